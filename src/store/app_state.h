@@ -1,0 +1,47 @@
+#pragma once
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "store/dates.h"
+#include "store/entry_list.h"
+
+namespace vt {
+
+// What the settings file holds, in memory.
+struct Settings {
+    std::string WorkDate;  // "dd-mm-yy"
+    std::string Entrada1;  // "hh:mm" or empty
+    std::string Salida1;
+    std::string Entrada2;
+    // Monday = 1 .. Sunday = 7; slot 0 unused.
+    std::array<std::string, 8> DayHours{"", "08:00", "08:00", "08:00", "08:00", "08:00", "08:00", "08:00"};
+    std::array<std::string, 8> DayMode{"", "C", "C", "C", "C", "C", "C", "C"};
+    EntryList Repetitions;
+    EntryList Alarms;
+    DateTime UltimoAcceso = NeverScanned();
+
+    friend bool operator==(const Settings&, const Settings&) = default;
+};
+
+// The program's one state: the settings and the values that live only while it runs.
+// App owns it; everything else receives it by reference.
+struct AppState {
+    Settings settings;
+
+    std::string TodayHours;
+    std::string TodayMode;
+    int DepartureStage = 0;
+    bool RepetitionShowing = false;
+    std::string RepeatTarget;
+    std::string TareaActual;
+    std::string StatusText;
+
+    // Counts main-timer ticks up to the next recent-files scan; 16 bits like the original
+    // counter, which the scan rule relies on never overflowing.
+    std::int16_t TickCounter = 0;
+    int TimerIntervalMs = 0;
+    bool TimerEnabled = false;
+};
+
+}  // namespace vt

@@ -1,0 +1,26 @@
+#pragma once
+#include <string>
+#include <string_view>
+
+#include "store/app_paths.h"
+
+namespace vt {
+
+class Busy;
+class Clock;
+
+// The backup slot ("Backup/<base>_001.ini" .. "_025.ini") that the next save copies to:
+// the first free one, else the one holding the oldest copy.
+std::string NextSettingsBackupPath(const AppPaths& paths);
+
+// Copies source over destination when source exists; the copy carries the source's file time.
+// Returns false only when the source exists and could not be copied whole.
+bool CopyIfExists(const std::string& source, const std::string& destination);
+
+// Mirrors the "LOG" folder into "Backup": files with the same file time are skipped.
+void MirrorLogFolder(const AppPaths& paths, Busy& busy);
+
+// Appends "[dd/mm/yyyy hh:mm:ss] " + text as one line to LOG/TIMER.LOG.
+void AppendRunLog(const AppPaths& paths, const Clock& clock, Busy& busy, std::string_view text);
+
+}  // namespace vt

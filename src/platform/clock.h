@@ -11,6 +11,8 @@ public:
     virtual DateTime Now() const = 0;
 };
 
-inline Date Today(const Clock& clock) { return DateOf(clock.Now()); }
+inline Date Today(const Clock& clock) {
+    return DateOf(clock.Now());
+}
 
 }  // namespace vt

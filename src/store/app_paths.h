@@ -6,8 +6,8 @@ namespace vt {
 
 // Where the program keeps its files: everything lives in the executable's folder.
 struct AppPaths {
-    std::string AppFolder;     // always ends with the separator
-    std::string ExeBaseName;   // the executable's name without extension
+    std::string AppFolder;    // always ends with the separator
+    std::string ExeBaseName;  // the executable's name without extension
 
     std::string SettingsFile() const { return AppFolder + ExeBaseName + ".ini"; }
     std::string BackupFolder() const { return AppFolder + "Backup"; }

@@ -32,6 +32,11 @@ struct AppState {
     std::string TodayHours;
     std::string TodayMode;
     int DepartureStage = 0;
+    std::string DepartureLabel;  // the "Salida:" label's caption
+    bool ClockInErrorReported = false;
+    // Cleared while a dialog is open over the main window, so that focus moving into it does
+    // not store a half-typed clock-in.
+    bool ClockInBoxesActive = true;
     bool RepetitionShowing = false;
     std::string RepeatTarget;
     std::string TareaActual;

@@ -13,6 +13,12 @@ class Clock;
 // the first free one, else the one holding the oldest copy.
 std::string NextSettingsBackupPath(const AppPaths& paths);
 
+// Copies the settings file, when there is one, into NextSettingsBackupPath (creating "Backup"
+// when missing) and makes that copy's file time later than every other slot's, so the next
+// call finds the oldest copy. False when the file exists but could not be copied whole; no
+// slot then holds a partial copy.
+bool BackUpSettingsFile(const AppPaths& paths);
+
 // Copies source over destination when source exists; the copy carries the source's file time.
 // Returns false only when the source exists and could not be copied whole.
 bool CopyIfExists(const std::string& source, const std::string& destination);

@@ -17,13 +17,21 @@ DateTime MakeDateTime(Date date, int hour, int minute, int second) {
     return local_days{date} + hours{hour} + minutes{minute} + seconds{second};
 }
 
-Date DateOf(DateTime moment) { return Date{floor<days>(moment)}; }
+Date DateOf(DateTime moment) {
+    return Date{floor<days>(moment)};
+}
 
-int SecondsOfDay(DateTime moment) { return static_cast<int>((moment - floor<days>(moment)).count()); }
+int SecondsOfDay(DateTime moment) {
+    return static_cast<int>((moment - floor<days>(moment)).count());
+}
 
-int MinutesOfDay(DateTime moment) { return SecondsOfDay(moment) / 60; }
+int MinutesOfDay(DateTime moment) {
+    return SecondsOfDay(moment) / 60;
+}
 
-int WeekdayMonday1(Date date) { return static_cast<int>(weekday{sys_days{date}}.iso_encoding()); }
+int WeekdayMonday1(Date date) {
+    return static_cast<int>(weekday{sys_days{date}}.iso_encoding());
+}
 
 static Date ClampDay(year_month ym, unsigned wanted) {
     const unsigned last = static_cast<unsigned>(year_month_day_last{ym.year(), month_day_last{ym.month()}}.day());
@@ -35,19 +43,23 @@ Date AddMonths(Date date, int months) {
     return ClampDay(ym, static_cast<unsigned>(date.day()));
 }
 
-Date AddYears(Date date, int years) { return AddMonths(date, years * 12); }
+Date AddYears(Date date, int years) {
+    return AddMonths(date, years * 12);
+}
 
-Date AddDays(Date date, int count) { return Date{sys_days{date} + days{count}}; }
+Date AddDays(Date date, int count) {
+    return Date{sys_days{date} + days{count}};
+}
 
 std::string FormatDate(Date date) {
-    char buf[16];
+    char buf[32];
     std::snprintf(buf, sizeof buf, "%02u/%02u/%04d", static_cast<unsigned>(date.day()),
                   static_cast<unsigned>(date.month()), static_cast<int>(date.year()));
     return buf;
 }
 
 std::string FormatWorkDate(Date date) {
-    char buf[16];
+    char buf[32];
     const int yy = ((static_cast<int>(date.year()) % 100) + 100) % 100;
     std::snprintf(buf, sizeof buf, "%02u-%02u-%02d", static_cast<unsigned>(date.day()),
                   static_cast<unsigned>(date.month()), yy);
@@ -55,21 +67,25 @@ std::string FormatWorkDate(Date date) {
 }
 
 std::string FormatTimeOfDay(int minutes) {
-    char buf[16];
+    char buf[32];
     std::snprintf(buf, sizeof buf, "%02d:%02d", minutes / 60, minutes % 60);
     return buf;
 }
 
-std::string FormatTime(DateTime moment) { return FormatTimeOfDay(MinutesOfDay(moment)); }
+std::string FormatTime(DateTime moment) {
+    return FormatTimeOfDay(MinutesOfDay(moment));
+}
 
 std::string FormatDateTime(DateTime moment) {
     const int secs = SecondsOfDay(moment);
-    char buf[16];
+    char buf[32];
     std::snprintf(buf, sizeof buf, " %02d:%02d:%02d", secs / 3600, secs / 60 % 60, secs % 60);
     return FormatDate(DateOf(moment)) + buf;
 }
 
-int ExpandTwoDigitYear(int yy) { return yy >= 51 ? 1900 + yy : 2000 + yy; }
+int ExpandTwoDigitYear(int yy) {
+    return yy >= 51 ? 1900 + yy : 2000 + yy;
+}
 
 namespace {
 
@@ -196,6 +212,8 @@ std::optional<DateTime> ParseDateTime(std::string_view text) {
     return local_days{*date} + seconds{secs};
 }
 
-DateTime NeverScanned() { return MakeDateTime(MakeDate(1, 1, 1901)); }
+DateTime NeverScanned() {
+    return MakeDateTime(MakeDate(1, 1, 1901));
+}
 
 }  // namespace vt

@@ -11,7 +11,9 @@ namespace {
 bool AllDigits(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
-int TwoDigits(std::string_view text, size_t at) { return (text[at] - '0') * 10 + (text[at + 1] - '0'); }
+int TwoDigits(std::string_view text, size_t at) {
+    return (text[at] - '0') * 10 + (text[at + 1] - '0');
+}
 }  // namespace
 
 std::string TimeBoxEditText(std::string_view shown) {
@@ -33,10 +35,17 @@ std::optional<std::string> CompleteTimeEntry(std::string_view typed) {
     }
     std::string digits(typed);
     switch (digits.size()) {
-        case 1: digits = "0" + digits + "00"; break;  // hours only
-        case 2: digits += "00"; break;                // two digits are hours too
-        case 3: digits = "0" + digits; break;         // "hmm"
-        default: break;
+        case 1:
+            digits = "0" + digits + "00";
+            break;  // hours only
+        case 2:
+            digits += "00";
+            break;  // two digits are hours too
+        case 3:
+            digits = "0" + digits;
+            break;  // "hmm"
+        default:
+            break;
     }
     const int hour = TwoDigits(digits, 0);
     const int minute = TwoDigits(digits, 2);
@@ -54,7 +63,9 @@ std::optional<std::string> ValidateTimeEntry(std::string_view typed, Dialogs& di
     return completed;
 }
 
-bool IsTimeBoxKey(char32_t key) { return key == 8 || (key >= U'0' && key <= U'9'); }
+bool IsTimeBoxKey(char32_t key) {
+    return key == 8 || (key >= U'0' && key <= U'9');
+}
 
 std::optional<std::string> ConvertDdmmyy(std::string_view typed) {
     if ((typed.size() != 6 && typed.size() != 8) || !AllDigits(typed)) {
@@ -62,8 +73,8 @@ std::optional<std::string> ConvertDdmmyy(std::string_view typed) {
     }
     const int day = TwoDigits(typed, 0);
     const int month = TwoDigits(typed, 2);
-    const int year = typed.size() == 6 ? ExpandTwoDigitYear(TwoDigits(typed, 4))
-                                       : TwoDigits(typed, 4) * 100 + TwoDigits(typed, 6);
+    const int year =
+        typed.size() == 6 ? ExpandTwoDigitYear(TwoDigits(typed, 4)) : TwoDigits(typed, 4) * 100 + TwoDigits(typed, 6);
     if (year < 1 || month < 1 || month > 12 || day < 1) {
         return std::nullopt;
     }

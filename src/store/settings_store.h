@@ -1,5 +1,6 @@
 #pragma once
 #include <string>
+#include <string_view>
 
 #include "store/app_paths.h"
 #include "store/app_state.h"
@@ -13,6 +14,10 @@ class Dialogs;
 // Returns false, after telling the user, when the file cannot be read or its alarm count does
 // not match its alarms; the program must then end without saving anything.
 bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs& dialogs);
+
+// The part of LoadSettings that comes after reading the file: bytes are the file as stored.
+// Same result and messages, without touching the disk.
+bool LoadSettingsFromBytes(std::string_view bytes, Settings& settings, Dialogs& dialogs);
 
 // Rewrites the settings file from memory: the previous file goes to a backup slot first, the
 // new one is built whole and replaces the old one atomically. On failure the user is told,

@@ -6,8 +6,10 @@ namespace {
 MsgAnswer FirstButton(MsgButtons buttons) {
     switch (buttons) {
         case MsgButtons::YesNo:
-        case MsgButtons::YesNoCancel: return MsgAnswer::Yes;
-        default: return MsgAnswer::Ok;
+        case MsgButtons::YesNoCancel:
+            return MsgAnswer::Yes;
+        default:
+            return MsgAnswer::Ok;
     }
 }
 }  // namespace

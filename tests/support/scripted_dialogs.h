@@ -23,7 +23,10 @@ public:
     const std::vector<InputBox>& Asked() const { return asked_; }
     // The texts of the message boxes shown so far, in order.
     std::vector<std::string> Texts() const;
-    void Forget() { shown_.clear(); asked_.clear(); }
+    void Forget() {
+        shown_.clear();
+        asked_.clear();
+    }
 
 private:
     std::deque<MsgAnswer> answers_;

@@ -25,8 +25,7 @@ TempAppFolder::TempAppFolder(std::string exe_base_name) {
 TempAppFolder::~TempAppFolder() {
     std::error_code ec;
     // Give back write permission first, so that tests that lock files down can be cleaned up.
-    for (auto it = fs::recursive_directory_iterator(paths_.AppFolder, ec); !ec && it != fs::end(it);
-         it.increment(ec)) {
+    for (auto it = fs::recursive_directory_iterator(paths_.AppFolder, ec); !ec && it != fs::end(it); it.increment(ec)) {
         fs::permissions(it->path(), fs::perms::owner_all, fs::perm_options::add, ec);
     }
     fs::remove_all(paths_.AppFolder, ec);
@@ -46,6 +45,8 @@ std::string TempAppFolder::ReadFile(const std::string& relative) const {
     return content.str();
 }
 
-bool TempAppFolder::Exists(const std::string& relative) const { return fs::exists(Path(relative)); }
+bool TempAppFolder::Exists(const std::string& relative) const {
+    return fs::exists(Path(relative));
+}
 
 }  // namespace vt::test

@@ -1,0 +1,322 @@
+#include "store/ini_file.h"
+
+#include "store/cp1252.h"
+#include "store/text_file.h"
+
+namespace vt {
+
+namespace {
+
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
+std::string_view Trim(std::string_view text) {
+    while (!text.empty() && IsBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && IsBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+std::string Lower(std::string_view text) {
+    std::string out(text);
+    for (char& c : out) {
+        if (c >= 'A' && c <= 'Z') {
+            c = static_cast<char>(c - 'A' + 'a');
+        }
+    }
+    return out;
+}
+
+bool HasMatchingQuotes(std::string_view text) {
+    return text.size() >= 2 && text.front() == text.back() && (text.front() == '"' || text.front() == '\'');
+}
+
+// A file saved as UTF-8 may still have been touched by a Windows-1252 editor; such bytes are
+// read as Windows-1252 instead of being lost.
+std::string DecodeUtf8File(std::string_view bytes) {
+    std::string out;
+    out.reserve(bytes.size());
+    size_t pos = 0;
+    while (pos < bytes.size()) {
+        const Utf8Char ch = DecodeUtf8At(bytes, pos);
+        if (ch.valid) {
+            out.append(bytes.substr(pos, ch.length));
+        } else {
+            out += Cp1252ToUtf8(bytes.substr(pos, 1));
+        }
+        pos += ch.length;
+    }
+    return out;
+}
+
+// What a line is, by the rules in the header. name is the section name for a header line and
+// the key for a key line.
+enum class LineKind { Other, Header, Key };
+struct ParsedLine {
+    LineKind kind = LineKind::Other;
+    std::string_view name;
+    std::string_view value;
+};
+
+ParsedLine ParseLine(std::string_view line) {
+    const std::string_view content = Trim(line);
+    if (!content.empty() && content.front() == '[') {
+        std::string_view name = content.substr(1);
+        const size_t close = name.find(']');
+        if (close != std::string_view::npos) {
+            name = name.substr(0, close);
+        }
+        return {LineKind::Header, Trim(name), {}};
+    }
+    const size_t equals = line.find('=');
+    if (equals == std::string_view::npos) {
+        return {};
+    }
+    std::string_view value = line.substr(equals + 1);
+    value = value.substr(0, value.find('\0'));
+    value = Trim(value);
+    if (HasMatchingQuotes(value)) {
+        value = value.substr(1, value.size() - 2);
+    }
+    return {LineKind::Key, Trim(line.substr(0, equals)), value};
+}
+
+// The value as a key line must hold it so that reading gives the value back.
+std::string EncodeValue(std::string_view value) {
+    std::string out(value);
+    for (char& c : out) {
+        if (c == '\r' || c == '\n' || c == '\0') {
+            c = ' ';
+        }
+    }
+    if (!out.empty() && (IsBlank(out.front()) || IsBlank(out.back()) || HasMatchingQuotes(out))) {
+        out = '"' + out + '"';
+    }
+    return out;
+}
+
+bool IsBlankLine(std::string_view text) {
+    return Trim(text).empty();
+}
+
+}  // namespace
+
+IniDocument IniDocument::Parse(std::string_view bytes) {
+    IniDocument doc;
+    std::string text;
+    if (bytes.starts_with(kUtf8Mark)) {
+        doc.utf8_ = true;
+        text = DecodeUtf8File(bytes.substr(kUtf8Mark.size()));
+    } else {
+        text = Cp1252ToUtf8(bytes);
+    }
+    const std::string_view all = text;
+    size_t start = 0;
+    while (start < all.size()) {
+        size_t end = all.find_first_of("\r\n", start);
+        if (end == std::string_view::npos) {
+            end = all.size();
+        }
+        const std::string_view line = all.substr(start, end - start);
+        start = end;
+        if (start < all.size()) {
+            // CR LF is one line end; a lone CR or LF is one too.
+            start += (all[start] == '\r' && start + 1 < all.size() && all[start + 1] == '\n') ? size_t{2} : size_t{1};
+        }
+        const ParsedLine parsed = ParseLine(line);
+        if (parsed.kind == LineKind::Header) {
+            Section section;
+            section.name = std::string(parsed.name);
+            section.header = std::string(line);
+            if (!section.name.empty()) {
+                doc.section_index_.try_emplace(Lower(section.name), doc.sections_.size());
+            }
+            doc.sections_.push_back(std::move(section));
+        } else if (doc.sections_.empty()) {
+            doc.preamble_.emplace_back(line);
+        } else {
+            doc.AddLine(doc.sections_.back(), std::string(line));
+        }
+    }
+    return doc;
+}
+
+IniDocument::Line IniDocument::MakeLine(std::string text, std::string& lower_key) {
+    Line line;
+    const ParsedLine parsed = ParseLine(text);
+    lower_key.clear();
+    if (parsed.kind == LineKind::Key && !parsed.name.empty()) {
+        lower_key = Lower(parsed.name);
+        line.key_begin = static_cast<size_t>(parsed.name.data() - text.data());
+        line.key_size = parsed.name.size();
+        line.value_begin = static_cast<size_t>(parsed.value.data() - text.data());
+        line.value_size = parsed.value.size();
+    }
+    line.text = std::move(text);  // last: parsed looks into text
+    return line;
+}
+
+void IniDocument::AddLine(Section& section, std::string text) {
+    std::string lower_key;
+    Line line = MakeLine(std::move(text), lower_key);
+    if (!lower_key.empty()) {
+        line.counts = section.index.try_emplace(std::move(lower_key), section.lines.size()).second;
+    }
+    section.lines.push_back(std::move(line));
+}
+
+const IniDocument::Section* IniDocument::FindSection(std::string_view name) const {
+    if (name.empty()) {
+        return nullptr;
+    }
+    const auto it = section_index_.find(Lower(name));
+    return it == section_index_.end() ? nullptr : &sections_[it->second];
+}
+
+std::optional<std::string_view> IniDocument::Find(std::string_view section, std::string_view key) const {
+    const Section* found = FindSection(section);
+    if (found == nullptr || key.empty()) {
+        return std::nullopt;
+    }
+    const auto it = found->index.find(Lower(key));
+    if (it == found->index.end()) {
+        return std::nullopt;
+    }
+    return found->lines[it->second].Value();
+}
+
+void IniDocument::ForEachKey(std::string_view section,
+                             const std::function<void(std::string_view key, std::string_view value)>& visit) const {
+    const Section* found = FindSection(section);
+    if (found == nullptr) {
+        return;
+    }
+    for (const Line& line : found->lines) {
+        if (line.counts) {
+            visit(line.Key(), line.Value());
+        }
+    }
+}
+
+bool IniDocument::Read(std::string_view section, std::string_view key, std::string& value) const {
+    value.clear();
+    const auto found = Find(section, key);
+    if (!found || found->empty()) {
+        return false;
+    }
+    value.assign(found->data(), found->size());
+    return true;
+}
+
+IniDocument::Section& IniDocument::SectionForWrite(std::string_view name) {
+    if (const auto it = section_index_.find(Lower(name)); it != section_index_.end()) {
+        return sections_[it->second];
+    }
+    // One empty line between sections, as the file is laid out when the program writes it.
+    if (!sections_.empty()) {
+        Section& last = sections_.back();
+        const bool ends_blank = !last.lines.empty() && IsBlankLine(last.lines.back().text);
+        if (!ends_blank) {
+            last.lines.push_back(Line{});
+        }
+    } else if (!preamble_.empty() && !IsBlankLine(preamble_.back())) {
+        preamble_.emplace_back();
+    }
+    Section section;
+    section.name = std::string(name);
+    section.header = "[" + section.name + "]";
+    section_index_.emplace(Lower(name), sections_.size());
+    sections_.push_back(std::move(section));
+    return sections_.back();
+}
+
+void IniDocument::AddSection(std::string_view section) {
+    if (!section.empty()) {
+        SectionForWrite(section);
+    }
+}
+
+void IniDocument::Write(std::string_view section, std::string_view key, std::string_view value) {
+    if (section.empty() || key.empty()) {
+        return;  // such a name could never be found again
+    }
+    Section& target = SectionForWrite(section);
+    std::string text = std::string(key) + "=" + EncodeValue(value);
+    std::string lower_key;
+    Line line = MakeLine(std::move(text), lower_key);
+    line.counts = !lower_key.empty();
+    if (const auto it = target.index.find(lower_key); it != target.index.end()) {
+        target.lines[it->second] = std::move(line);
+        return;
+    }
+    // After the last line that is not blank, so the empty line before the next section stays
+    // where it is. Only blank lines move, and they are never in the index.
+    size_t at = target.lines.size();
+    while (at > 0 && IsBlankLine(target.lines[at - 1].text)) {
+        --at;
+    }
+    target.index.emplace(std::move(lower_key), at);
+    target.lines.insert(target.lines.begin() + static_cast<std::ptrdiff_t>(at), std::move(line));
+}
+
+std::string IniDocument::Text() const {
+    size_t size = 0;
+    for (const auto& line : preamble_) {
+        size += line.size() + 2;
+    }
+    for (const auto& section : sections_) {
+        size += section.header.size() + 2;
+        for (const auto& line : section.lines) {
+            size += line.text.size() + 2;
+        }
+    }
+    std::string out;
+    out.reserve(size);
+    for (const auto& line : preamble_) {
+        out += line;
+        out += "\r\n";
+    }
+    for (const auto& section : sections_) {
+        out += section.header;
+        out += "\r\n";
+        for (const auto& line : section.lines) {
+            out += line.text;
+            out += "\r\n";
+        }
+    }
+    return out;
+}
+
+std::string IniDocument::Serialize() const {
+    if (utf8_) {
+        return std::string(kUtf8Mark) + Text();
+    }
+    return Utf8ToCp1252(Text());
+}
+
+bool ReadIniValue(const std::string& file, std::string_view section, std::string_view key, std::string& value) {
+    value.clear();
+    const FileContents contents = ReadWholeFile(file);
+    if (contents.outcome != ReadOutcome::Read) {
+        return false;
+    }
+    return IniDocument::Parse(contents.bytes).Read(section, key, value);
+}
+
+void WriteIniValue(const std::string& file, std::string_view section, std::string_view key, std::string_view value) {
+    const FileContents contents = ReadWholeFile(file);
+    if (contents.outcome == ReadOutcome::Unreadable) {
+        return;
+    }
+    IniDocument doc = contents.outcome == ReadOutcome::Read ? IniDocument::Parse(contents.bytes) : IniDocument{};
+    doc.Write(section, key, value);
+    (void)WriteFileAtomically(file, doc.Serialize());
+}
+
+}  // namespace vt

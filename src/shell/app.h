@@ -65,6 +65,7 @@ private:
     AppPaths paths_;
     AppState state_;
     std::function<void()> scan_hook_;
+    bool started_ = false;
 };
 
 }  // namespace vt

@@ -1,0 +1,44 @@
+#include <QApplication>
+#include <QStringList>
+
+#include "platform/posix_instance_lock.h"
+#include "platform/qt_clock.h"
+#include "platform/qt_dialogs.h"
+#include "platform/qt_locale_info.h"
+#include "shell/app.h"
+#include "shell/main_window.h"
+#include "shell/qt_session_end.h"
+#include "store/app_paths.h"
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    // The window is closed on purpose, through its closing path; a last dialog being closed
+    // (or the window hidden in the tray) must not end the program behind App's back.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    const std::string executable = QCoreApplication::applicationFilePath().toStdString();
+    // The command line as one text, so that "DESA" is recognised only when it is all there is.
+    const std::string command_line = QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();
+
+    vt::FolderInstanceLock instance_lock(vt::PathsForExecutable(executable).AppFolder);
+    vt::QtClock clock;
+    vt::QtDialogs dialogs;
+    vt::QtLocaleInfo locale;
+
+    vt::FrmReloj window;
+    vt::App app(vt::AppPorts{clock, dialogs, locale, instance_lock, executable}, window);
+    window.setApp(app);
+    QObject::connect(&window, &vt::FrmReloj::programEnded, &application, &QCoreApplication::exit);
+
+    if (app.Start(command_line) == vt::Outcome::Exit) {
+        return 1;
+    }
+
+    // Watched only from here on: before this point nothing has been done that a closing
+    // path would need to finish, and the default effect (ending at once) is right.
+    vt::SessionEnd session_end([&window] { window.endSession(); });
+
+    window.show();
+    window.startMainTimer();
+    return QApplication::exec();
+}

@@ -1,0 +1,48 @@
+#pragma once
+#include <QLineEdit>
+#include <QString>
+
+namespace vt {
+
+class Dialogs;
+
+// The one "hh:mm" entry box of the program (clock-in times, schedule, editors). Out of focus
+// it shows "hh:mm" or nothing; while focused it holds up to four digits. Leaving it completes
+// and checks the time; a refused time keeps the focus in the box.
+class TimeBox : public QLineEdit {
+    Q_OBJECT
+
+public:
+    explicit TimeBox(Dialogs& dialogs, QWidget* parent = nullptr);
+
+    // The value last accepted, which Escape brings back. The owner keeps it up to date: the
+    // box never changes it, because only the owner knows whether a time was really taken.
+    void setStoredValue(const QString& value) { m_storedValue = value; }
+    QString storedValue() const { return m_storedValue; }
+
+    // Completes and checks the text as leaving the box does, without emitting timeLeft.
+    // Refused: the message is shown and the focus goes back into the box, text selected.
+    // Accepted: the box shows the completed "hh:mm" (or stays empty).
+    bool validate();
+
+signals:
+    // The user left the box with an accepted time ("hh:mm" or "").
+    void timeLeft(const QString& text);
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void showEditText(const QString& text);
+    void showCompleted(const QString& text);
+    void takeFocusBack();
+    bool isTakingFocusBack() const { return m_takingFocusBack; }
+
+    Dialogs& m_dialogs;
+    QString m_storedValue;
+    bool m_takingFocusBack = false;
+};
+
+}  // namespace vt

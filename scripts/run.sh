@@ -16,15 +16,15 @@ exe="$root/build/run/src/VendrakoTimer"
 
 # The program only works with a day-first short date ("dd/MM/yyyy"); Qt takes it from LC_TIME.
 format=$(QT_QPA_PLATFORM=offscreen "$root/build/run/src/vendrako_short_date" 2>/dev/null || true)
+program=("$exe")
 if [ "${format^^}" != "DD/MM/YYYY" ]; then
     echo "The short date format here is '${format}', not 'dd/MM/yyyy': using LC_TIME=en_GB.UTF-8."
-    export LC_TIME=en_GB.UTF-8
-    unset LC_ALL
+    program=(env -u LC_ALL LC_TIME=en_GB.UTF-8 "$exe")
 fi
 
 if [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; then
     echo "Starting $exe (its data lives beside it, in $(dirname "$exe"))"
-    exec "$exe" "$@"
+    exec "${program[@]}" "$@"
 fi
 
 echo "No display: starting the program on a virtual display."
@@ -40,7 +40,7 @@ cleanup() {
 trap cleanup EXIT
 for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
 
-"$exe" "$@" &
+"${program[@]}" "$@" &
 program_pid=$!
 window=""
 for _ in $(seq 100); do

@@ -17,7 +17,8 @@ void BM_MainTick(benchmark::State& state) {
     vt::test::FakeLocaleInfo locale;
     vt::test::FakeInstanceLock lock;
     vt::test::RecordingMainView view;
-    vt::App app({clock, dialogs, locale, lock, folder.ExecutablePath()}, view);
+    vt::test::RecordingTrayView tray;
+    vt::App app({clock, dialogs, locale, lock, folder.ExecutablePath()}, view, tray);
     if (app.Start("DESA") != vt::Outcome::Continue) {
         state.SkipWithError("start-up failed");
         return;

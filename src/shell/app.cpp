@@ -8,8 +8,11 @@
 #include "platform/instance_lock.h"
 #include "platform/locale_info.h"
 #include "shell/main_view.h"
+#include "shell/tray_view.h"
 #include "store/backups.h"
 #include "store/settings_store.h"
+#include "workday/clock_ins.h"
+#include "workday/workday.h"
 
 namespace vt {
 
@@ -36,7 +39,7 @@ bool CheckDateFormat(const LocaleInfo& locale, Dialogs& dialogs) {
     return false;
 }
 
-App::App(AppPorts ports, MainView& view) : ports_(std::move(ports)), view_(view) {}
+App::App(AppPorts ports, MainView& view, TrayView& tray) : ports_(std::move(ports)), view_(view), tray_(tray) {}
 
 Outcome App::Start(std::string_view command_line) {
     // Two copies on one data folder would overwrite each other's saves; the second one leaves
@@ -54,8 +57,19 @@ Outcome App::Start(std::string_view command_line) {
     if (command_line != kDeveloperCommandLine) {
         MirrorLogFolder(paths_, *this);
     }
+    state_.TodayHours.clear();
+    state_.TodayMode.clear();
+    state_.DepartureStage = 0;
+    state_.ClockInErrorReported = false;
     state_.StatusText = kAppTitle;
+    state_.DepartureLabel.clear();
+    tray_.Load();
+    state_.StatusText = paths_.ExeBaseName;
     if (!LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs)) {
+        return Outcome::Exit;
+    }
+    SettleWorkDate(state_, ports_.clock.Now());
+    if (RefreshAfterChange() == Outcome::Exit) {
         return Outcome::Exit;
     }
     state_.TimerEnabled = true;
@@ -67,8 +81,75 @@ Outcome App::Tick() {
     if (!CheckDateFormat(ports_.locale, ports_.dialogs)) {
         return Outcome::Exit;
     }
+    UpdateDepartureNow();
     AdvanceTickCounter();
     return Outcome::Continue;
+}
+
+Outcome App::RefreshAfterChange() {
+    // When the save failed the user has been told, and reading the old file back would throw
+    // away the change they just made; memory keeps it for the next save instead.
+    if (SaveSettings(paths_, state_.settings, *this, ports_.dialogs) &&
+        !LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs)) {
+        return Outcome::Exit;
+    }
+    FillTimeBoxes();
+    UpdateDepartureNow();
+    return Outcome::Continue;
+}
+
+void App::FillTimeBoxes() {
+    const Settings& s = state_.settings;
+    view_.ShowClockIns({s.Entrada1, s.Salida1, s.Entrada2});
+    if (state_.TodayMode == "C") {
+        view_.SetAfternoonLocked(true);
+    } else if (state_.TodayMode == "P") {
+        view_.SetAfternoonLocked(false);
+    }
+}
+
+void App::UpdateDepartureNow() {
+    UpdateDeparture(state_, MinutesOfDay(ports_.clock.Now()), ports_.dialogs);
+    view_.ShowDeparture(state_.DepartureLabel, state_.StatusText);
+}
+
+App::ClockInLeft App::LeaveClockIn(int index, const std::string& text) {
+    ClockInLeft result;
+    if (!state_.ClockInBoxesActive) {
+        return result;
+    }
+    if (!IsStorableClockIn(text)) {
+        result.refocus = true;
+        return result;
+    }
+    if (text != StoredTime(state_.settings, index)) {
+        StoreTime(state_.settings, index, text);
+        result.outcome = RefreshAfterChange();
+    }
+    return result;
+}
+
+Outcome App::OpenSchedule() {
+    // Focus moving into the dialog must not store a half-typed clock-in.
+    state_.ClockInBoxesActive = false;
+    view_.EditSchedule(state_.settings.DayHours, state_.settings.DayMode);
+    // Closed either way, the schedule is saved and applied again (deliberately also after
+    // "Cancelar": a continuous day then still loses its afternoon clock-ins).
+    SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
+    ApplyScheduleToToday(state_, ports_.dialogs);
+    const Outcome outcome = RefreshAfterChange();
+    state_.ClockInBoxesActive = true;
+    return outcome;
+}
+
+bool App::CheckClockIns(bool interactive) {
+    const Settings& s = state_.settings;
+    const auto problem = interactive ? ClockInsProblem(view_.ClockInText(0), view_.ClockInText(1), view_.ClockInText(2))
+                                     : ClockInsProblem(s.Entrada1, s.Salida1, s.Entrada2);
+    if (problem && interactive) {
+        ports_.dialogs.Warn(*problem);
+    }
+    return !problem;
 }
 
 void App::AdvanceTickCounter() {

@@ -14,6 +14,7 @@ class Dialogs;
 class LocaleInfo;
 class InstanceLock;
 class MainView;
+class TrayView;
 
 inline constexpr const char* kAppTitle = "VendrakoTimer";
 inline constexpr const char* kMainCaption = "VendrakoTimer 3.52";
@@ -39,7 +40,7 @@ bool CheckDateFormat(const LocaleInfo& locale, Dialogs& dialogs);
 // The windows only draw what App decides and forward the user's actions to it.
 class App : public Busy {
 public:
-    App(AppPorts ports, MainView& view);
+    App(AppPorts ports, MainView& view, TrayView& tray);
 
     Outcome Start(std::string_view command_line);
     Outcome Tick();
@@ -47,6 +48,21 @@ public:
     void Shutdown(bool interactive);
 
     void SetBusy(bool on) override;
+
+    // A clock-in box was left holding this text. Returns whether the focus must go back into
+    // the box (a half-typed value) and whether the program goes on.
+    struct ClockInLeft {
+        bool refocus = false;
+        Outcome outcome = Outcome::Continue;
+    };
+    ClockInLeft LeaveClockIn(int index, const std::string& text);
+
+    // The "Configuración" item: the weekly schedule, then today's hours afresh.
+    Outcome OpenSchedule();
+
+    // Whether the clock-ins follow each other: the box texts when interactive (the reason is
+    // then shown), else the stored values (nothing shown).
+    bool CheckClockIns(bool interactive);
 
     AppState& State() { return state_; }
     const AppState& State() const { return state_; }
@@ -59,9 +75,14 @@ public:
 
 private:
     void AdvanceTickCounter();
+    // Save, load again, show the clock-ins and the departure anew.
+    Outcome RefreshAfterChange();
+    void FillTimeBoxes();
+    void UpdateDepartureNow();
 
     AppPorts ports_;
     MainView& view_;
+    TrayView& tray_;
     AppPaths paths_;
     AppState state_;
     std::function<void()> scan_hook_;

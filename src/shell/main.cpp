@@ -8,6 +8,7 @@
 #include "shell/app.h"
 #include "shell/main_window.h"
 #include "shell/qt_session_end.h"
+#include "shell/tray_icon.h"
 #include "store/app_paths.h"
 
 int main(int argc, char** argv) {
@@ -25,9 +26,14 @@ int main(int argc, char** argv) {
     vt::QtDialogs dialogs;
     vt::QtLocaleInfo locale;
 
-    vt::FrmReloj window;
-    vt::App app(vt::AppPorts{clock, dialogs, locale, instance_lock, executable}, window);
+    // The tray outlives the window, which hands it its closing and minimising until the end.
+    vt::FrmSysTray tray;
+    vt::FrmReloj window(dialogs);
+    vt::App app(vt::AppPorts{clock, dialogs, locale, instance_lock, executable}, window, tray);
     window.setApp(app);
+    window.setTray(tray);
+    tray.setMainWindow(window);
+    tray.setState(app.State());
     QObject::connect(&window, &vt::FrmReloj::programEnded, &application, &QCoreApplication::exit);
 
     if (app.Start(command_line) == vt::Outcome::Exit) {

@@ -1,12 +1,21 @@
 #include "shell/main_window.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
+#include <QFocusEvent>
+#include <QGridLayout>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPalette>
+#include <QStatusBar>
 #include <QTimer>
 
 #include "shell/app.h"
+#include "shell/config_dialog.h"
+#include "shell/qt_time_box.h"
+#include "shell/tray_icon.h"
 
 namespace vt {
 
@@ -14,11 +23,13 @@ namespace {
 // The compact window of the original, 3960 twips high at 15 twips to the pixel.
 constexpr int kWindowWidth = 330;
 constexpr int kWindowHeight = 264;
+
+constexpr std::array<const char*, 3> kClockInCaptions{"Entrada 1:", "Salida 1:", "Entrada 2:"};
 }  // namespace
 
-FrmReloj::FrmReloj(QWidget* parent) : QMainWindow(parent) {
+FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_dialogs(dialogs) {
     setObjectName(QStringLiteral("frmReloj"));
-    setCentralWidget(new QWidget(this));
+    buildClockIns();
     resize(kWindowWidth, kWindowHeight);
 
     menuBar()->addMenu(buildMenu("mnuOpciones", "Opciones",
@@ -54,6 +65,10 @@ FrmReloj::FrmReloj(QWidget* parent) : QMainWindow(parent) {
                             {"-", nullptr},
                             {"mnuPopUpDetalle", "(...)"}});
 
+    QAction* config = menuItem(QStringLiteral("mnuConfig"));
+    config->setEnabled(true);
+    connect(config, &QAction::triggered, this, &FrmReloj::onConfig);
+
     // The template of the per-repetition items: never shown itself, copied for each one.
     QAction* repetitionTemplate = repeticion->findChild<QAction*>(QStringLiteral("mnuRepeticionDato"));
     repetitionTemplate->setVisible(false);
@@ -62,6 +77,35 @@ FrmReloj::FrmReloj(QWidget* parent) : QMainWindow(parent) {
     m_timPincipal = new QTimer(this);
     m_timPincipal->setObjectName(QStringLiteral("timPincipal"));
     connect(m_timPincipal, &QTimer::timeout, this, &FrmReloj::onMainTimer);
+}
+
+void FrmReloj::buildClockIns() {
+    auto* central = new QWidget(this);
+    auto* grid = new QGridLayout(central);
+    for (size_t i = 0; i < m_txtHora.size(); ++i) {
+        const int index = static_cast<int>(i);
+        auto* caption = new QLabel(QString::fromUtf8(kClockInCaptions[i]), central);
+        auto* box = new TimeBox(m_dialogs, central);
+        box->setObjectName(QStringLiteral("txtHora(%1)").arg(index));
+        caption->setBuddy(box);
+        grid->addWidget(caption, index, 0);
+        grid->addWidget(box, index, 1);
+        connect(box, &TimeBox::timeLeft, this, [this, index](const QString& text) { leaveClockIn(index, text); });
+        box->installEventFilter(this);
+        m_txtHora[i] = box;
+    }
+    const int departureRow = static_cast<int>(m_txtHora.size());
+    grid->addWidget(new QLabel(QStringLiteral("Salida:"), central), departureRow, 0);
+    m_lblSalida = new QLabel(central);
+    m_lblSalida->setObjectName(QStringLiteral("lblSalida"));
+    grid->addWidget(m_lblSalida, departureRow, 1);
+    grid->setRowStretch(departureRow + 1, 1);
+    grid->setColumnStretch(2, 1);
+    setCentralWidget(central);
+
+    m_statusLine = new QLabel(statusBar());
+    m_statusLine->setObjectName(QStringLiteral("statusLine"));
+    statusBar()->addWidget(m_statusLine, 1);
 }
 
 QMenu* FrmReloj::buildMenu(const char* name, const char* caption, std::initializer_list<MenuRow> items) {
@@ -84,6 +128,51 @@ QMenu* FrmReloj::buildMenu(const char* name, const char* caption, std::initializ
 
 void FrmReloj::SetCaption(const std::string& caption) {
     setWindowTitle(QString::fromStdString(caption));
+}
+
+void FrmReloj::ShowClockIns(const std::array<std::string, 3>& times) {
+    for (size_t i = 0; i < m_txtHora.size(); ++i) {
+        m_txtHora[i]->showStoredValue(QString::fromStdString(times[i]));
+    }
+}
+
+void FrmReloj::SetAfternoonLocked(bool locked) {
+    for (const size_t index : {size_t{2}, size_t{1}}) {
+        TimeBox* box = m_txtHora[index];
+        box->setReadOnly(locked);
+        // Out of the Tab order but still clickable would let the user into a box that takes
+        // no typing; locked means out of reach altogether.
+        box->setFocusPolicy(locked ? Qt::NoFocus : Qt::StrongFocus);
+        // A read-only line edit looks editable in most styles; the button colour is the
+        // desktop's own "not for typing" look.
+        const QPalette desktop = QApplication::palette(box);
+        QPalette palette = box->palette();
+        palette.setColor(QPalette::Base, desktop.color(locked ? QPalette::Button : QPalette::Base));
+        box->setPalette(palette);
+    }
+}
+
+std::string FrmReloj::ClockInText(int index) const {
+    return txtHora(index)->text().toStdString();
+}
+
+void FrmReloj::ShowDeparture(const std::string& label, const std::string& status) {
+    if (label != m_shownDeparture) {
+        m_shownDeparture = label;
+        m_lblSalida->setText(QString::fromStdString(label));
+    }
+    if (status != m_shownStatus) {
+        m_shownStatus = status;
+        m_statusLine->setText(QString::fromStdString(status));
+    }
+}
+
+QString FrmReloj::statusLine() const {
+    return m_statusLine->text();
+}
+
+bool FrmReloj::EditSchedule(std::array<std::string, 8>& day_hours, std::array<std::string, 8>& day_modes) {
+    return FrmConfig::edit(this, m_dialogs, day_hours, day_modes);
 }
 
 QAction* FrmReloj::menuItem(const QString& name) const {
@@ -114,7 +203,65 @@ void FrmReloj::onMainTimer() {
     const Outcome outcome = m_app->Tick();
     m_inTick = false;
     // The date format went wrong: the program ends at once, without the closing steps.
-    if (outcome == Outcome::Exit && beginEnding(1)) {
+    if (outcome == Outcome::Exit) {
+        endAfterFailure();
+    }
+}
+
+void FrmReloj::onConfig() {
+    if (m_app != nullptr && m_app->OpenSchedule() == Outcome::Exit) {
+        endAfterFailure();
+    }
+}
+
+bool FrmReloj::eventFilter(QObject* watched, QEvent* event) {
+    // TimeBox checks and reports only the focus moves that really leave it. A box can also
+    // lose the focus to another window of this program (a dialog, a message box), which is
+    // leaving it too: App is told, with the text as it stands, and decides. While the box is
+    // edited that text is digits only, so App either stores an emptied box or, for a half-typed
+    // time such as "0830", stores nothing and asks for the focus back.
+    // Another application, a popup (the box's own context menu, the tray menu) or the menu bar
+    // only borrow the focus and hand it back to the box: they are not forwarded, and asking for
+    // the focus back would fight them (Alt and the arrows would stop working in the menu bar).
+    // Nor is the focus App itself takes with a message box while it handles a tick or a box.
+    if (event->type() == QEvent::FocusOut && !m_inTick && !m_inClockInLeave) {
+        const auto* focusOut = static_cast<const QFocusEvent*>(event);
+        const QWidget* active = QApplication::activeWindow();
+        if (focusOut->reason() == Qt::ActiveWindowFocusReason && active != nullptr && active != this) {
+            for (size_t i = 0; i < m_txtHora.size(); ++i) {
+                if (watched == m_txtHora[i]) {
+                    leaveClockIn(static_cast<int>(i), m_txtHora[i]->text());
+                }
+            }
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void FrmReloj::leaveClockIn(int index, const QString& text) {
+    if (m_app == nullptr || m_exitStatus) {
+        return;
+    }
+    m_inClockInLeave = true;
+    const App::ClockInLeft left = m_app->LeaveClockIn(index, text.toStdString());
+    m_inClockInLeave = false;
+    if (left.outcome == Outcome::Exit) {
+        endAfterFailure();
+        return;
+    }
+    if (left.refocus) {
+        // Deferred: a focus change under way would otherwise finish after us and win. In a
+        // window that is not active this only makes the box the one that gets the focus back
+        // when the window is active again.
+        TimeBox* box = txtHora(index);
+        QTimer::singleShot(0, box, [box] { box->setFocus(Qt::OtherFocusReason); });
+    }
+}
+
+void FrmReloj::endAfterFailure() {
+    // Settings that could not be read back, a date format changed under the program: it
+    // ends at once, without the closing steps, as a failed start does.
+    if (beginEnding(1)) {
         emit programEnded(1);
     }
 }
@@ -128,14 +275,36 @@ bool FrmReloj::beginEnding(int exitStatus) {
     return true;
 }
 
-void FrmReloj::closeEvent(QCloseEvent* event) {
-    event->accept();
+void FrmReloj::endThroughClosingPath(bool interactive) {
     if (beginEnding(0)) {
         if (m_app != nullptr) {
-            m_app->Shutdown(true);
+            m_app->Shutdown(interactive);
         }
         emit programEnded(0);
     }
+}
+
+void FrmReloj::closeEvent(QCloseEvent* event) {
+    // Once the program is ending, closing is part of it; before that it is the user's close
+    // button (or someone asking for the same), which the tray may turn into hiding.
+    const CloseReason reason = m_exitStatus ? CloseReason::ProgramEnding : CloseReason::User;
+    if (m_tray != nullptr && m_tray->queryUnload(reason)) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    endThroughClosingPath(true);
+}
+
+void FrmReloj::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && m_tray != nullptr) {
+        m_tray->mainWindowStateChanged();
+    }
+}
+
+void FrmReloj::exitProgram() {
+    endThroughClosingPath(true);
 }
 
 void FrmReloj::endSession() {

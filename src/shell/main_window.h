@@ -1,6 +1,7 @@
 #pragma once
 #include <QList>
 #include <QMainWindow>
+#include <array>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -8,33 +9,55 @@
 #include "shell/main_view.h"
 
 class QAction;
+class QLabel;
 class QMenu;
 class QTimer;
 
 namespace vt {
 
 class App;
+class Dialogs;
+class FrmSysTray;
+class TimeBox;
 
-// The main window, frmReloj: the menu bar, the one-second main timer timPincipal and the
-// closing path. What happens on start-up, on each tick and on closing is App's to decide.
+// The main window, frmReloj: the three clock-in boxes, the departure label, the status line,
+// the menu bar, the one-second main timer timPincipal and the closing path. What happens on
+// start-up, on each tick, on leaving a box and on closing is App's to decide.
 class FrmReloj : public QMainWindow, public MainView {
     Q_OBJECT
 
 public:
-    explicit FrmReloj(QWidget* parent = nullptr);
+    // The boxes and the schedule dialog show their messages through dialogs.
+    explicit FrmReloj(Dialogs& dialogs, QWidget* parent = nullptr);
 
     // App needs the window to exist before it does, so the two are joined after both exist.
     void setApp(App& app) { m_app = &app; }
+    // The tray window decides what closing and minimising mean; without one the window
+    // closes and minimises as any other.
+    void setTray(FrmSysTray& tray) { m_tray = &tray; }
 
     void SetCaption(const std::string& caption) override;
+    void ShowClockIns(const std::array<std::string, 3>& times) override;
+    void SetAfternoonLocked(bool locked) override;
+    std::string ClockInText(int index) const override;
+    void ShowDeparture(const std::string& label, const std::string& status) override;
+    bool EditSchedule(std::array<std::string, 8>& day_hours, std::array<std::string, 8>& day_modes) override;
 
     // Once App::Start has gone through: the timer takes the interval App set, and runs if
     // App enabled it.
     void startMainTimer();
 
+    // "Salir": the closing steps (with their messages), then the program ends.
+    void exitProgram();
+
     // The desktop session is ending (SIGTERM, SIGINT): the closing steps run without
     // anything modal, and the program ends.
     void endSession();
+
+    // The clock-in box txtHora(index), 0 "Entrada 1", 1 "Salida 1", 2 "Entrada 2".
+    TimeBox* txtHora(int index) const { return m_txtHora.at(static_cast<size_t>(index)); }
+    QLabel* lblSalida() const { return m_lblSalida; }
+    QString statusLine() const;
 
     // A menu item ("mnuAlarmaNueva") or menu ("mnuAlarma") by its name; null if none.
     QAction* menuItem(const QString& name) const;
@@ -52,6 +75,8 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // A "-" name stands for a separator.
@@ -61,14 +86,31 @@ private:
     };
 
     QMenu* buildMenu(const char* name, const char* caption, std::initializer_list<MenuRow> items);
+    void buildClockIns();
     void onMainTimer();
+    void onConfig();
+    void leaveClockIn(int index, const QString& text);
+    void endAfterFailure();
+    void endThroughClosingPath(bool interactive);
     bool beginEnding(int exitStatus);
 
+    Dialogs& m_dialogs;
     App* m_app = nullptr;
+    FrmSysTray* m_tray = nullptr;
+    std::array<TimeBox*, 3> m_txtHora{};
+    QLabel* m_lblSalida = nullptr;
+    QLabel* m_statusLine = nullptr;
+    // What the departure label and the status line show now: the tick sets them every second
+    // and the widgets are touched only when a text really changes.
+    std::string m_shownDeparture;
+    std::string m_shownStatus;
     QTimer* m_timPincipal = nullptr;
     QMenu* m_mnuPopUp = nullptr;
     QList<QAction*> m_mnuRepeticionDato;
     bool m_inTick = false;
+    // Set while App handles a left box; a message box it shows then takes the focus from the
+    // next box, and that must not be forwarded back into App in the middle.
+    bool m_inClockInLeave = false;
     std::optional<int> m_exitStatus;
 };
 

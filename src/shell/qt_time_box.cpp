@@ -51,6 +51,15 @@ void TimeBox::showCompleted(const QString& text) {
     setText(text);
 }
 
+void TimeBox::showStoredValue(const QString& value) {
+    m_storedValue = value;
+    if (maxLength() == kEditedLength) {
+        showEditText(value);
+    } else {
+        showCompleted(value);
+    }
+}
+
 void TimeBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     if (!IsRealFocusMove(event->reason()) && maxLength() == kEditedLength) {

@@ -19,6 +19,10 @@ public:
     // box never changes it, because only the owner knows whether a time was really taken.
     void setStoredValue(const QString& value) { m_storedValue = value; }
     QString storedValue() const { return m_storedValue; }
+    // The owner shows a value it has taken: it becomes the stored value and the text. A box
+    // being edited shows it as digits, so that a refresh arriving while the user is in the box
+    // neither cuts "07:45" to the four characters an edit allows nor leaves a ":" to type over.
+    void showStoredValue(const QString& value);
 
     // Completes and checks the text as leaving the box does, without emitting timeLeft.
     // Refused: the message is shown and the focus goes back into the box, text selected.

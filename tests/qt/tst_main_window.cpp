@@ -1,22 +1,56 @@
-// The main window's wiring: its menus as later features will find them, the main timer and
-// the closing paths. What Start, Tick and Shutdown do is App's and is tested in the core.
+// The main window's wiring: its menus as later features will find them, the clock-in boxes,
+// the main timer and the closing paths. What Start, Tick, leaving a box and Shutdown do is
+// App's and is tested in the core; here only what reaches App and what comes back.
 #include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPalette>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <filesystem>
 #include <memory>
+#include <string>
 
 #include "fake_clock.h"
 #include "fake_ports.h"
 #include "scripted_dialogs.h"
 #include "shell/app.h"
+#include "shell/config_dialog.h"
 #include "shell/main_window.h"
+#include "shell/qt_time_box.h"
+#include "shell/tray_icon.h"
 #include "temp_app_folder.h"
 
 using vt::FrmReloj;
+using vt::FrmSysTray;
+using vt::TimeBox;
+
+namespace {
+// The fake clock's day: Tuesday 2 January 2024, 09:00.
+constexpr const char* kToday = "02-01-24";
+
+// A settings file for today, with the same mode on every weekday.
+std::string SettingsFor(const std::string& mode, const std::string& entrada1, const std::string& salida1,
+                        const std::string& entrada2) {
+    std::string file = "[GENERAL]\r\nFECHA=" + std::string(kToday) + "\r\nENTRADA1=" + entrada1 +
+                       "\r\nSALIDA1=" + salida1 + "\r\nENTRADA2=" + entrada2 + "\r\nNUM_ALARMAS=0\r\n[CONFIG]\r\n";
+    for (const char* day : {"LUNES", "MARTES", "MIERCOLES", "JUEVES", "VIERNES", "SABADO", "DOMINGO"}) {
+        file += std::string(day) + "=08:00|" + mode + "\r\n";
+    }
+    return file;
+}
+
+bool ShowActive(QWidget& window) {
+    window.show();
+    window.activateWindow();
+    return QTest::qWaitForWindowActive(&window);
+}
+}  // namespace
 
 class MainWindowTest : public QObject {
     Q_OBJECT
@@ -35,8 +69,22 @@ private slots:
     void failedDateCheckOnATickEndsWithoutClosingSteps();
     void closingRunsTheClosingStepsOnce();
     void sessionEndRunsTheClosingStepsOnce();
+    void closeButtonWithATrayHidesTheWindow();
+    void salirFromTheTrayRunsTheClosingStepsOnce();
+
+    void startShowsTheClockInsAndTheDeparture();
+    void leavingABoxWithTabStoresItsTime_data();
+    void leavingABoxWithTabStoresItsTime();
+    void goingToAnotherWindowIsLeavingTheBox_data();
+    void goingToAnotherWindowIsLeavingTheBox();
+    void afternoonBoxesFollowTheDayMode_data();
+    void afternoonBoxesFollowTheDayMode();
+    void configurationOpensTheScheduleAndAppliesIt();
 
 private:
+    // Starts on a settings file for today and shows the window, active.
+    void startWith(const std::string& settings);
+    std::string settingsOnDisk() const { return m_folder->ReadFile("VendrakoTimer.ini"); }
     bool backupExists() const { return std::filesystem::exists(m_folder->Path("Backup")); }
     void forgetBackup() const { std::filesystem::remove_all(m_folder->Path("Backup")); }
     QTimer* mainTimer() const { return m_window->findChild<QTimer*>(QStringLiteral("timPincipal")); }
@@ -46,6 +94,9 @@ private:
     vt::test::ScriptedDialogs m_dialogs;
     vt::test::FakeLocaleInfo m_locale;
     vt::test::FakeInstanceLock m_lock;
+    // Whether the desktop has a system tray; none unless a test says so.
+    bool m_trayPresent = false;
+    std::unique_ptr<FrmSysTray> m_tray;
     std::unique_ptr<FrmReloj> m_window;
     std::unique_ptr<vt::App> m_app;
 };
@@ -54,16 +105,29 @@ void MainWindowTest::init() {
     m_folder = std::make_unique<vt::test::TempAppFolder>();
     m_dialogs = {};
     m_locale.format = "dd/MM/yyyy";
-    m_window = std::make_unique<FrmReloj>();
+    m_clock.Set(2, 1, 2024, 9, 0);
+    m_trayPresent = false;
+    m_tray = std::make_unique<FrmSysTray>([this] { return m_trayPresent; });
+    m_window = std::make_unique<FrmReloj>(m_dialogs);
     m_app = std::make_unique<vt::App>(vt::AppPorts{m_clock, m_dialogs, m_locale, m_lock, m_folder->ExecutablePath()},
-                                      *m_window);
+                                      *m_window, *m_tray);
     m_window->setApp(*m_app);
+    m_window->setTray(*m_tray);
+    m_tray->setMainWindow(*m_window);
+    m_tray->setState(m_app->State());
 }
 
 void MainWindowTest::cleanup() {
     m_window.reset();
+    m_tray.reset();
     m_app.reset();
     m_folder.reset();
+}
+
+void MainWindowTest::startWith(const std::string& settings) {
+    m_folder->WriteFile("VendrakoTimer.ini", settings);
+    QCOMPARE(m_app->Start("DESA"), vt::Outcome::Continue);
+    QVERIFY(ShowActive(*m_window));
 }
 
 void MainWindowTest::menuBarHoldsTheFourMenusInOrder() {
@@ -123,6 +187,9 @@ void MainWindowTest::menuItems() {
     QMenu* found = m_window->menu(menu);
     QVERIFY(found != nullptr);
 
+    // Nothing else can be chosen until the feature behind the item is there.
+    const QStringList working{QStringLiteral("mnuConfig")};
+
     QStringList actual;
     for (QAction* action : found->actions()) {
         if (action->isSeparator()) {
@@ -130,8 +197,7 @@ void MainWindowTest::menuItems() {
             continue;
         }
         actual << action->objectName() + QLatin1Char('=') + action->text();
-        // Nothing can be chosen until the feature behind the item is there.
-        QVERIFY2(!action->isEnabled(), qPrintable(action->objectName()));
+        QVERIFY2(action->isEnabled() == working.contains(action->objectName()), qPrintable(action->objectName()));
         QCOMPARE(m_window->menuItem(action->objectName()), action);
     }
     QCOMPARE(actual, items);
@@ -243,6 +309,247 @@ void MainWindowTest::sessionEndRunsTheClosingStepsOnce() {
     forgetBackup();
     m_window->close();
     QVERIFY(!backupExists());
+}
+
+// With a tray the close button only puts the window there: the program goes on, and the
+// closing steps wait for "Salir".
+void MainWindowTest::closeButtonWithATrayHidesTheWindow() {
+    m_trayPresent = true;
+    QCOMPARE(m_app->Start("DESA"), vt::Outcome::Continue);
+    m_window->startMainTimer();
+    m_window->show();
+    QSignalSpy ended(m_window.get(), &FrmReloj::programEnded);
+
+    QVERIFY(!m_window->close());
+
+    QVERIFY(!m_window->isVisible());
+    QVERIFY(!backupExists());
+    QVERIFY(mainTimer()->isActive());
+    QCOMPARE(ended.count(), 0);
+}
+
+void MainWindowTest::salirFromTheTrayRunsTheClosingStepsOnce() {
+    m_trayPresent = true;
+    QCOMPARE(m_app->Start("DESA"), vt::Outcome::Continue);
+    m_window->startMainTimer();
+    m_window->show();
+    QVERIFY(!m_window->close());  // hidden in the tray first, as the user would
+    QSignalSpy ended(m_window.get(), &FrmReloj::programEnded);
+    QAction* salir = m_tray->menuItem(QStringLiteral("mExit"));
+    QVERIFY(salir != nullptr);
+
+    salir->trigger();
+
+    QVERIFY(backupExists());
+    QVERIFY(!mainTimer()->isActive());
+    QCOMPARE(ended.count(), 1);
+    QCOMPARE(ended.at(0).at(0).toInt(), 0);
+    // The icon goes with the program.
+    QVERIFY(!m_tray->trayIcon()->isVisible());
+    QVERIFY(!m_tray->findChild<QTimer*>(QStringLiteral("TmrFlash"))->isActive());
+
+    forgetBackup();
+    salir->trigger();
+    m_window->close();
+    QVERIFY(!backupExists());
+    QCOMPARE(ended.count(), 1);
+}
+
+void MainWindowTest::startShowsTheClockInsAndTheDeparture() {
+    m_folder->WriteFile("VendrakoTimer.ini", SettingsFor("P", "08:00", "14:00", "15:30"));
+    QCOMPARE(m_app->Start("DESA"), vt::Outcome::Continue);
+
+    QCOMPARE(m_window->txtHora(0)->text(), QStringLiteral("08:00"));
+    QCOMPARE(m_window->txtHora(1)->text(), QStringLiteral("14:00"));
+    QCOMPARE(m_window->txtHora(2)->text(), QStringLiteral("15:30"));
+    for (int index = 0; index < 3; ++index) {
+        QCOMPARE(m_window->txtHora(index)->storedValue(), m_window->txtHora(index)->text());
+    }
+    QCOMPARE(m_window->findChild<TimeBox*>(QStringLiteral("txtHora(2)")), m_window->txtHora(2));
+    QCOMPARE(m_window->findChild<QLabel*>(QStringLiteral("lblSalida")), m_window->lblSalida());
+    QCOMPARE(m_window->lblSalida()->text(), QStringLiteral("17:30"));
+    QCOMPARE(m_window->statusLine(), QStringLiteral("Hora de salida: 17:30"));
+    QCOMPARE(m_window->ClockInText(2), std::string("15:30"));
+}
+
+void MainWindowTest::leavingABoxWithTabStoresItsTime_data() {
+    QTest::addColumn<int>("box");
+    QTest::addColumn<QString>("salida1");
+    QTest::addColumn<QString>("entrada2");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("stored");  // the line the settings file must then hold
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+
+    QTest::newRow("Salida 1") << 1 << ""
+                              << ""
+                              << "14"
+                              << "SALIDA1=14:00"
+                              << "..."
+                              << "...";
+    QTest::newRow("Entrada 2 completes the day") << 2 << "14:00"
+                                                 << ""
+                                                 << "1530"
+                                                 << "ENTRADA2=15:30"
+                                                 << "..."
+                                                 << "17:30";
+    QTest::newRow("Entrada 1 moves the departure") << 0 << "14:00"
+                                                   << "15:30"
+                                                   << "745"
+                                                   << "ENTRADA1=07:45"
+                                                   << "17:30"
+                                                   << "17:15";
+}
+
+void MainWindowTest::leavingABoxWithTabStoresItsTime() {
+    QFETCH(int, box);
+    QFETCH(QString, salida1);
+    QFETCH(QString, entrada2);
+    QFETCH(QString, typed);
+    QFETCH(QString, stored);
+    QFETCH(QString, before);
+    QFETCH(QString, after);
+    startWith(SettingsFor("P", "08:00", salida1.toStdString(), entrada2.toStdString()));
+    QCOMPARE(m_window->lblSalida()->text(), before);
+    QVERIFY(!QString::fromStdString(settingsOnDisk()).contains(stored));
+    TimeBox* edited = m_window->txtHora(box);
+    edited->setFocus(Qt::TabFocusReason);
+    QTRY_VERIFY(edited->hasFocus());
+
+    QTest::keyClicks(edited, typed);
+    QTest::keyClick(edited, Qt::Key_Tab);
+
+    QVERIFY(QString::fromStdString(settingsOnDisk()).contains(stored + QStringLiteral("\r\n")));
+    QCOMPARE(m_window->lblSalida()->text(), after);
+    QCOMPARE(edited->text(), stored.section(QLatin1Char('='), 1));
+    // The box goes back to this time on Escape from now on.
+    QCOMPARE(edited->storedValue(), stored.section(QLatin1Char('='), 1));
+    QVERIFY(!edited->hasFocus());
+    QVERIFY(m_dialogs.Shown().empty());
+}
+
+// A box is also left when another window of the program takes the focus: App is told what the
+// box holds. A half-typed time stays as it is, unstored, and the box keeps the window's focus;
+// an emptied box is stored empty.
+void MainWindowTest::goingToAnotherWindowIsLeavingTheBox_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("stored");
+
+    QTest::newRow("half-typed") << "0830"
+                                << "SALIDA1=14:00";
+    QTest::newRow("emptied") << ""
+                             << "SALIDA1=";
+}
+
+void MainWindowTest::goingToAnotherWindowIsLeavingTheBox() {
+    QFETCH(QString, typed);
+    QFETCH(QString, stored);
+    startWith(SettingsFor("P", "08:00", "14:00", ""));
+    TimeBox* salida = m_window->txtHora(1);
+    salida->setFocus(Qt::TabFocusReason);
+    QTRY_VERIFY(salida->hasFocus());
+    QTest::keyClick(salida, Qt::Key_Backspace);  // the digits are selected on entering
+    QTest::keyClicks(salida, typed);
+
+    QWidget other;
+    other.setWindowTitle(QStringLiteral("otra ventana"));
+    auto* field = new QLineEdit(&other);
+    QVERIFY(ShowActive(other));
+    QTRY_VERIFY(field->hasFocus());
+    QCoreApplication::processEvents();
+    // Asking for the focus back does not pull it out of the window the user went to.
+    QVERIFY(field->hasFocus());
+
+    QVERIFY(QString::fromStdString(settingsOnDisk()).contains(stored + QStringLiteral("\r\n")));
+    QCOMPARE(salida->text(), typed);
+    QCOMPARE(m_window->focusWidget(), salida);
+    QVERIFY(m_dialogs.Shown().empty());
+
+    // Back in the main window the edit goes on in the same box.
+    QVERIFY(ShowActive(*m_window));
+    QTRY_VERIFY(salida->hasFocus());
+    QCOMPARE(salida->text(), typed);
+}
+
+void MainWindowTest::afternoonBoxesFollowTheDayMode_data() {
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<bool>("locked");
+
+    QTest::newRow("continuous day") << "C" << true;
+    QTest::newRow("split day") << "P" << false;
+}
+
+void MainWindowTest::afternoonBoxesFollowTheDayMode() {
+    QFETCH(QString, mode);
+    QFETCH(bool, locked);
+    startWith(SettingsFor(mode.toStdString(), "08:00", "", ""));
+    const QPalette desktop = QApplication::palette(m_window->txtHora(0));
+
+    QVERIFY(!m_window->txtHora(0)->isReadOnly());
+    QCOMPARE(m_window->txtHora(0)->focusPolicy(), Qt::StrongFocus);
+    for (int index : {1, 2}) {
+        TimeBox* box = m_window->txtHora(index);
+        QCOMPARE(box->isReadOnly(), locked);
+        QCOMPARE(box->focusPolicy(), locked ? Qt::NoFocus : Qt::StrongFocus);
+        QCOMPARE(box->palette().color(QPalette::Base), desktop.color(locked ? QPalette::Button : QPalette::Base));
+    }
+
+    // Tab from "Entrada 1" goes on to "Salida 1" only when it is open.
+    TimeBox* entrada = m_window->txtHora(0);
+    entrada->setFocus(Qt::TabFocusReason);
+    QTRY_VERIFY(entrada->hasFocus());
+    QTest::keyClick(entrada, Qt::Key_Tab);
+    QCOMPARE(m_window->txtHora(1)->hasFocus(), !locked);
+    QVERIFY(!m_window->txtHora(2)->hasFocus());
+}
+
+// "Configuración" opens the schedule over the window; what is accepted there is stored and
+// today's boxes follow it: unticking every day turns today into a split day.
+void MainWindowTest::configurationOpensTheScheduleAndAppliesIt() {
+    startWith(SettingsFor("C", "08:00", "", ""));
+    QVERIFY(m_window->txtHora(1)->isReadOnly());
+    QAction* config = m_window->menuItem(QStringLiteral("mnuConfig"));
+    QVERIFY(config->isEnabled());
+
+    QString shownTitle;
+    QString shownHours;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<vt::FrmConfig*>(QApplication::activeModalWidget());
+        if (dialog == nullptr) {
+            return;  // the checks below fail: no schedule was shown
+        }
+        shownTitle = dialog->windowTitle();
+        shownHours = dialog->txtHora(1)->text();
+        for (int row = 0; row < 7; ++row) {
+            dialog->chkContinua(row)->setChecked(false);
+        }
+        QTest::keyClick(dialog, Qt::Key_Return);
+        if (dialog->isVisible()) {
+            dialog->reject();
+        }
+    });
+    config->trigger();
+
+    QCOMPARE(shownTitle, QStringLiteral("Configuración"));
+    QCOMPARE(shownHours, QStringLiteral("08:00"));
+    QVERIFY(QString::fromStdString(settingsOnDisk()).contains(QStringLiteral("MARTES=08:00|P\r\n")));
+    QVERIFY(!m_window->txtHora(1)->isReadOnly());
+    QCOMPARE(m_window->txtHora(1)->focusPolicy(), Qt::StrongFocus);
+    QCOMPARE(m_window->lblSalida()->text(), QStringLiteral("..."));
+
+    // "Entrada 1" had the focus all along: the refresh showed its time as the digits being
+    // edited, and leaving it takes the same time again without a word.
+    TimeBox* entrada = m_window->txtHora(0);
+    QCOMPARE(m_window->focusWidget(), entrada);
+    QCOMPARE(entrada->text(), QStringLiteral("0800"));
+    // A desktop hands the activation back to the window when the dialog closes; offscreen
+    // nothing does.
+    QVERIFY(ShowActive(*m_window));
+    QTRY_VERIFY(entrada->hasFocus());
+    QTest::keyClick(entrada, Qt::Key_Tab);
+    QCOMPARE(entrada->text(), QStringLiteral("08:00"));
+    QVERIFY(m_window->txtHora(1)->hasFocus());
+    QVERIFY(m_dialogs.Shown().empty());
 }
 
 QTEST_MAIN(MainWindowTest)

@@ -27,7 +27,7 @@ constexpr const char* kWrongFormat =
 class AppTest : public ::testing::Test {
 protected:
     App& MakeApp() {
-        app_ = std::make_unique<App>(AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath()}, view);
+        app_ = std::make_unique<App>(AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath()}, view, tray);
         return *app_;
     }
     std::vector<std::string> FolderListing() const {
@@ -44,6 +44,7 @@ protected:
     FakeLocale locale;
     FakeLock lock;
     RecordingView view;
+    test::RecordingTrayView tray;
     std::unique_ptr<App> app_;
 };
 
@@ -78,25 +79,28 @@ INSTANTIATE_TEST_SUITE_P(Formats, DateFormatCheck,
                                            FormatCase{"dd/MM/yyyy ", false}));
 
 TEST_F(AppTest, StartLoadsSettingsSetsCaptionAndEnablesTheOneSecondTimer) {
-    folder.WriteFile("VendrakoTimer.ini", "[GENERAL]\r\nENTRADA1=07:45\r\nNUM_ALARMAS=1\r\n[ALARMAS]\r\nALA_001=x\r\n");
+    folder.WriteFile("VendrakoTimer.ini",
+                     "[GENERAL]\r\nFECHA=02-01-24\r\nENTRADA1=07:45\r\nNUM_ALARMAS=1\r\n[ALARMAS]\r\nALA_001=x\r\n");
     App& app = MakeApp();
     ASSERT_EQ(app.Start(""), Outcome::Continue);
     EXPECT_EQ(app.State().settings.Entrada1, "07:45");
     EXPECT_EQ(app.State().settings.Alarms.Count(), 1);
     EXPECT_EQ(app.State().TimerIntervalMs, 1000);
     EXPECT_TRUE(app.State().TimerEnabled);
-    EXPECT_EQ(app.State().StatusText, "VendrakoTimer");
+    EXPECT_EQ(app.State().StatusText, "Hora de salida: 15:45");
+    EXPECT_EQ(tray.loads, 1);
     ASSERT_FALSE(view.captions.empty());
     EXPECT_EQ(view.captions.back(), "VendrakoTimer 3.52");
     EXPECT_EQ(app.Paths().AppFolder, folder.Folder());
     EXPECT_TRUE(dialogs.Shown().empty());
 }
 
-TEST_F(AppTest, TheStartUpBackupShowsTheBusyCaptionWhileItRuns) {
+TEST_F(AppTest, TheStartUpBackupAndSaveShowTheBusyCaptionWhileTheyRun) {
     folder.WriteFile("LOG/2024.01.Enero.htm", "<html>");
     App& app = MakeApp();
     ASSERT_EQ(app.Start(""), Outcome::Continue);
-    const std::vector<std::string> expected{"VendrakoTimer 3.52", "...procesando...", "VendrakoTimer 3.52"};
+    const std::vector<std::string> expected{"VendrakoTimer 3.52", "...procesando...", "VendrakoTimer 3.52",
+                                            "...procesando...", "VendrakoTimer 3.52"};
     EXPECT_EQ(view.captions, expected);
     EXPECT_EQ(folder.ReadFile("Backup/2024.01.Enero.htm"), "<html>");
 }

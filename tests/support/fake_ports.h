@@ -1,10 +1,14 @@
 #pragma once
+#include <array>
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/instance_lock.h"
 #include "platform/locale_info.h"
 #include "shell/main_view.h"
+#include "shell/tray_view.h"
 
 namespace vt::test {
 
@@ -22,11 +26,41 @@ public:
     bool held_elsewhere = false;
 };
 
-// A main window that only remembers what it was told to show.
+// A main window that only remembers what it was told to show; its boxes hold what the test
+// types, and its schedule dialog does what the test scripts.
 class RecordingMainView : public MainView {
 public:
     void SetCaption(const std::string& caption) override { captions.push_back(caption); }
+    void ShowClockIns(const std::array<std::string, 3>& times) override {
+        clock_ins = times;
+        typed = times;
+    }
+    void SetAfternoonLocked(bool locked) override { afternoon_locked = locked; }
+    std::string ClockInText(int index) const override { return typed[static_cast<size_t>(index)]; }
+    void ShowDeparture(const std::string& label, const std::string& status) override {
+        departure_label = label;
+        status_line = status;
+    }
+    bool EditSchedule(std::array<std::string, 8>& day_hours, std::array<std::string, 8>& day_modes) override {
+        ++schedule_opened;
+        return edit_schedule ? edit_schedule(day_hours, day_modes) : false;
+    }
+
     std::vector<std::string> captions;
+    std::array<std::string, 3> clock_ins;
+    std::array<std::string, 3> typed;
+    std::optional<bool> afternoon_locked;
+    std::string departure_label;
+    std::string status_line;
+    int schedule_opened = 0;
+    std::function<bool(std::array<std::string, 8>&, std::array<std::string, 8>&)> edit_schedule;
+};
+
+// A tray that only counts how often it was put in place.
+class RecordingTrayView : public TrayView {
+public:
+    void Load() override { ++loads; }
+    int loads = 0;
 };
 
 }  // namespace vt::test

@@ -1,0 +1,43 @@
+#include "agenda/char_positions.h"
+
+#include "store/cp1252.h"
+
+namespace vt {
+
+namespace {
+
+// Byte offset reached after stepping over `chars` characters from byte `pos`.
+std::size_t SkipChars(std::string_view text, std::size_t pos, std::size_t chars) {
+    while (chars > 0 && pos < text.size()) {
+        // Entries are nearly always plain ASCII up to the text, so the decoder is only asked
+        // about the rare byte above 0x7F.
+        const auto byte = static_cast<unsigned char>(text[pos]);
+        pos += byte < 0x80 ? 1 : DecodeUtf8At(text, pos).length;
+        --chars;
+    }
+    return pos < text.size() ? pos : text.size();
+}
+
+}  // namespace
+
+std::string_view CharMid(std::string_view text, std::size_t first, std::size_t count) {
+    if (first == 0) {
+        first = 1;
+    }
+    const std::size_t begin = SkipChars(text, 0, first - 1);
+    if (count == kToTheEnd) {
+        return text.substr(begin);
+    }
+    const std::size_t end = SkipChars(text, begin, count);
+    return text.substr(begin, end - begin);
+}
+
+std::string_view TrimBlanks(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace vt

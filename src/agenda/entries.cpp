@@ -1,0 +1,244 @@
+#include "agenda/entries.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include "agenda/char_positions.h"
+#include "agenda/text_marks.h"
+#include "store/app_state.h"
+
+namespace vt {
+
+namespace {
+
+// Exactly two digits; the builders never write a count of more, so anything else is a hand edit.
+std::optional<int> TwoDigits(std::string_view field) {
+    if (field.size() != 2 || field[0] < '0' || field[0] > '9' || field[1] < '0' || field[1] > '9') {
+        return std::nullopt;
+    }
+    return (field[0] - '0') * 10 + (field[1] - '0');
+}
+
+// At least two digits, with the sign in front of them (-5 is "-05").
+std::string FormatCount(int value) {
+    char buf[16];
+    std::snprintf(buf, sizeof buf, value < 0 ? "-%02d" : "%02d", value < 0 ? -value : value);
+    return buf;
+}
+
+void AppendWithoutCommas(std::string& out, std::string_view text) {
+    for (const char c : text) {
+        out.push_back(c == ',' ? ';' : c);
+    }
+}
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+int Digits(std::string_view text, std::size_t pos, std::size_t n) {
+    int value = 0;
+    for (std::size_t i = pos; i < pos + n; ++i) {
+        value = value * 10 + (text[i] - '0');
+    }
+    return value;
+}
+
+// "dd/mm/yyyy hh:mm" exactly as the builders write it, read in place: the repetition check runs
+// every second over up to 998 entries. The layout is all ASCII, so bytes are characters here.
+std::optional<DateTime> ReadMoment(std::string_view entry) {
+    static constexpr std::string_view kShape = "99/99/9999 99:99";
+    if (entry.size() < kShape.size()) {
+        return std::nullopt;
+    }
+    for (std::size_t i = 0; i < kShape.size(); ++i) {
+        if (kShape[i] == '9' ? !IsDigit(entry[i]) : entry[i] != kShape[i]) {
+            return std::nullopt;
+        }
+    }
+    const int day = Digits(entry, 0, 2);
+    const int month = Digits(entry, 3, 2);
+    const int year = Digits(entry, 6, 4);
+    const int hour = Digits(entry, 11, 2);
+    const int minute = Digits(entry, 14, 2);
+    if (year < 1 || month < 1 || month > 12 || day < 1 || hour > 23 || minute > 59) {
+        return std::nullopt;
+    }
+    const Date date = MakeDate(day, month, year);
+    if (!date.ok()) {
+        return std::nullopt;
+    }
+    return MakeDateTime(date, hour, minute);
+}
+
+std::string EntryKey(const char* prefix, int number) {
+    char buf[16];
+    std::snprintf(buf, sizeof buf, "%s%03d", prefix, number);
+    return buf;
+}
+
+}  // namespace
+
+std::string GetAlarmField(std::string_view entry, int field) {
+    switch (field) {
+        case 1:
+            return std::string(CharMid(entry, 1, 10));
+        case 2:
+            return std::string(CharMid(entry, 12, 5));
+        case 3:
+            return std::string(CharMid(entry, 21, 1));
+        case 4:
+            return std::string(CharMid(entry, 18, 2));
+        case 5:
+            return std::string(CharMid(entry, 23, 2));
+        case 6:
+            return std::string(CharMid(entry, 28));
+        case 7:
+            return std::string(CharMid(entry, 1, 16));
+        case 9:
+            return std::string(CharMid(entry, 26, 1));
+        case 10:
+            return SplitStartDateTag(CharMid(entry, 28)).date_field;
+        case 11:
+            return SplitStartDateTag(CharMid(entry, 28)).text;
+        default:
+            return {};
+    }
+}
+
+std::string GetAlarmField(const EntryList& alarms, int index, int field) {
+    if (index < 1 || index > alarms.Count()) {
+        return {};
+    }
+    return GetAlarmField(alarms[index], field);
+}
+
+std::string GetRepetitionField(std::string_view entry, int field) {
+    switch (field) {
+        case 1:
+            return std::string(CharMid(entry, 1, 10));
+        case 2:
+            return std::string(CharMid(entry, 12, 5));
+        case 6:
+            return std::string(CharMid(entry, 18));
+        case 7:
+            return std::string(CharMid(entry, 1, 16));
+        case 8:
+            return std::string(CharMid(entry, 12));
+        default:
+            return {};
+    }
+}
+
+std::string BuildAlarmEntry(std::string_view date, std::string_view time, int count, std::string_view unit,
+                            int notice_days, std::string_view priority, std::string_view text) {
+    std::string entry;
+    entry.reserve(date.size() + time.size() + unit.size() + priority.size() + text.size() + 12);
+    entry.append(date).append(" ").append(time).append(" ");
+    entry.append(FormatCount(count)).append(" ").append(unit).append(" ");
+    entry.append(FormatCount(notice_days)).append(" ").append(priority).append(" ");
+    AppendWithoutCommas(entry, text);
+    return entry;
+}
+
+std::string BuildRepetitionEntry(std::string_view date, std::string_view time, std::string_view text) {
+    std::string entry;
+    if (const auto read = ParseDate(date)) {
+        entry = FormatDate(*read);
+    } else {
+        entry = date;
+    }
+    entry.push_back(' ');
+    if (const auto minutes = ParseTimeOfDay(time)) {
+        entry += FormatTimeOfDay(*minutes);
+    } else {
+        entry += time;
+    }
+    entry.push_back(' ');
+    AppendWithoutCommas(entry, text);
+    return entry;
+}
+
+void AppendAlarm(EntryList& alarms, std::string entry) {
+    alarms.Append(std::move(entry));
+}
+
+void AppendRepetition(EntryList& repetitions, std::string entry) {
+    repetitions.Append(std::move(entry));
+}
+
+void RemoveAlarm(EntryList& alarms, int index) {
+    if (index >= 1 && index <= alarms.Count()) {
+        alarms.Remove(index);
+    }
+}
+
+void RemoveRepetition(EntryList& repetitions, int index) {
+    if (index >= 1 && index <= repetitions.Count()) {
+        repetitions.Remove(index);
+    }
+}
+
+std::optional<Date> AlarmDate(std::string_view entry) {
+    return ParseDate(CharMid(entry, 1, 10));
+}
+
+std::optional<int> AlarmTime(std::string_view entry) {
+    return ParseTimeOfDay(CharMid(entry, 12, 5));
+}
+
+std::optional<int> AlarmCount(std::string_view entry) {
+    return TwoDigits(CharMid(entry, 18, 2));
+}
+
+std::optional<int> AlarmNoticeDays(std::string_view entry) {
+    return TwoDigits(CharMid(entry, 23, 2));
+}
+
+bool AlarmReadable(std::string_view entry) {
+    return AlarmDate(entry) && AlarmTime(entry) && AlarmCount(entry) && AlarmNoticeDays(entry);
+}
+
+std::optional<DateTime> RepetitionMoment(std::string_view entry) {
+    return ReadMoment(entry);
+}
+
+void SortAlarms(EntryList& alarms) {
+    struct Keyed {
+        std::optional<Date> date;
+        std::string entry;
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(static_cast<std::size_t>(alarms.Count()));
+    for (int i = 1; i <= alarms.Count(); ++i) {
+        keyed.push_back({AlarmDate(alarms[i]), std::move(alarms[i])});
+    }
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const Keyed& a, const Keyed& b) { return a.date && (!b.date || *a.date < *b.date); });
+    alarms.Clear();
+    for (auto& k : keyed) {
+        alarms.Append(std::move(k.entry));
+    }
+}
+
+std::vector<std::string> UnreadableEntryKeys(const Settings& settings) {
+    std::vector<std::string> keys;
+    int number = 0;
+    for (const auto& entry : settings.Repetitions) {
+        ++number;
+        if (!RepetitionMoment(entry)) {
+            keys.push_back(EntryKey("REP_", number));
+        }
+    }
+    number = 0;
+    for (const auto& entry : settings.Alarms) {
+        ++number;
+        if (!AlarmReadable(entry)) {
+            keys.push_back(EntryKey("ALA_", number));
+        }
+    }
+    return keys;
+}
+
+}  // namespace vt

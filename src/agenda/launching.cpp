@@ -1,0 +1,115 @@
+#include "agenda/launching.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "agenda/char_positions.h"
+#include "agenda/entries.h"
+#include "agenda/recurrence.h"
+#include "agenda/text_marks.h"
+
+namespace vt {
+
+int LaunchDueAlarms(EntryList& alarms, EntryList& repetitions, Date today, Dialogs& dialogs, const RunLog& run_log) {
+    int launched = 0;
+    // The length is read again on every round: a non-repeating alarm is removed on the way, and
+    // the alarm that moves into its place is looked at without advancing the index.
+    int i = 1;
+    while (i <= alarms.Count()) {
+        const auto date = AlarmDate(alarms[i]);
+        if (!AlarmReadable(alarms[i]) || *date > today) {
+            ++i;
+            continue;
+        }
+        const std::string entry = alarms[i];  // as it stood, for the log, before any change
+        const std::string_view time = CharMid(entry, 12, 5);
+        const std::string text = SplitStartDateTag(CharMid(entry, 28)).text;
+        // The reminder keeps the stored date even when it is past: it is then due at once.
+        repetitions.Append(BuildRepetitionEntry(CharMid(entry, 1, 10), time, text));
+        if (run_log) {
+            run_log("REP> " + entry);
+        }
+        ++launched;
+
+        const int count = *AlarmCount(entry);
+        if (count == 0) {
+            alarms.Remove(i);
+            continue;
+        }
+        if (*date == today) {
+            ++i;
+            continue;
+        }
+        Date occurrence = *date;
+        const auto next =
+            NextOccurrence(occurrence, count, CharMid(entry, 21, 1), today, kOpenEnd, 1, false, today, dialogs);
+        if (next == today) {
+            repetitions.Append(BuildRepetitionEntry(FormatDate(today), time, text));
+        }
+        ++i;
+    }
+    return launched;
+}
+
+void AdvanceAlarmDates(EntryList& alarms, EntryList& repetitions, Date today, Dialogs& dialogs, const RunLog& run_log) {
+    LaunchDueAlarms(alarms, repetitions, today, dialogs, run_log);
+    AdvanceStoredAlarmDates(alarms, today, dialogs);
+}
+
+void SortRepetitions(EntryList& repetitions) {
+    // A stable sort keeps equal moments in their order, the same order the bubble sort that
+    // first kept this list gave.
+    struct Keyed {
+        std::optional<DateTime> moment;
+        std::string entry;
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(static_cast<std::size_t>(repetitions.Count()));
+    for (int i = 1; i <= repetitions.Count(); ++i) {
+        keyed.push_back({RepetitionMoment(repetitions[i]), std::move(repetitions[i])});
+    }
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const Keyed& a, const Keyed& b) { return a.moment && (!b.moment || *a.moment < *b.moment); });
+    repetitions.Clear();
+    for (auto& k : keyed) {
+        repetitions.Append(std::move(k.entry));
+    }
+}
+
+int FindDueRepetition(const EntryList& repetitions, DateTime now, int start) {
+    using std::chrono::floor;
+    using std::chrono::minutes;
+    const auto this_minute = floor<minutes>(now);
+    for (int i = std::max(start, 1); i <= repetitions.Count(); ++i) {
+        const auto moment = RepetitionMoment(repetitions[i]);
+        if (moment && floor<minutes>(*moment) <= this_minute) {
+            return i;
+        }
+    }
+    return 0;
+}
+
+std::string RepeatLaterTarget(DateTime now, int choice) {
+    if (choice < 0 || choice >= static_cast<int>(kRepeatChoices.size())) {
+        choice = 0;
+    }
+    const std::string_view code = kRepeatChoices[static_cast<std::size_t>(choice)].code;
+    DateTime target = now;
+    if (const auto minutes = ParseTimeOfDay(code)) {
+        target += std::chrono::minutes{*minutes};
+    } else {
+        int days = 0;
+        std::from_chars(code.data(), code.data() + code.size(), days);
+        target += std::chrono::days{days};
+    }
+    return FormatDate(DateOf(target)) + " " + FormatTime(target);
+}
+
+std::string RepeatedEntry(std::string_view target, std::string_view due_entry) {
+    return BuildRepetitionEntry(CharMid(target, 1, 10), CharMid(target, 12, 5), CharMid(due_entry, 18));
+}
+
+}  // namespace vt

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cctype>
 
+#include "agenda/entries.h"
+#include "agenda/launching.h"
+#include "agenda/text_marks.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/instance_lock.h"
@@ -17,6 +20,12 @@
 namespace vt {
 
 namespace {
+
+// The entry that a key such as "ALA_003" names in the lists as loaded.
+const std::string& EntryForKey(const Settings& settings, const std::string& key) {
+    const EntryList& list = key.starts_with("ALA_") ? settings.Alarms : settings.Repetitions;
+    return list[std::stoi(key.substr(4))];
+}
 
 constexpr const char* kWrongDateFormat =
     "Para que el programa funcione correctamente el formato de la fecha debe ser 'dd/MM/yyyy'.";
@@ -68,6 +77,7 @@ Outcome App::Start(std::string_view command_line) {
     if (!LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs)) {
         return Outcome::Exit;
     }
+    ReportUnreadableEntries();
     SettleWorkDate(state_, ports_.clock.Now());
     if (RefreshAfterChange() == Outcome::Exit) {
         return Outcome::Exit;
@@ -82,6 +92,7 @@ Outcome App::Tick() {
         return Outcome::Exit;
     }
     UpdateDepartureNow();
+    CheckDueRepetitions();
     AdvanceTickCounter();
     return Outcome::Continue;
 }
@@ -95,7 +106,85 @@ Outcome App::RefreshAfterChange() {
     }
     FillTimeBoxes();
     UpdateDepartureNow();
+    RefreshRepetitionMenu();
+    // Due alarms become reminders here; the menu is rebuilt with them.
+    AdvanceAlarmDates(state_.settings.Alarms, state_.settings.Repetitions, Today(ports_.clock), ports_.dialogs,
+                      [this](const std::string& text) { RunLog(text); });
+    RefreshRepetitionMenu();
     return Outcome::Continue;
+}
+
+void App::RunLog(const std::string& text) {
+    AppendRunLog(paths_, ports_.clock, *this, text);
+}
+
+void App::ReportUnreadableEntries() {
+    const std::vector<std::string> keys = UnreadableEntryKeys(state_.settings);
+    if (keys.empty()) {
+        return;
+    }
+    // Each one is named with its entry too: the key alone would not find it again, as every
+    // save renumbers the keys.
+    std::string text =
+        "Estas entradas de la agenda tienen una fecha u hora que no se puede leer. Se conservan tal como están, "
+        "pero no aparecerán ni avisarán hasta que se corrijan en el archivo de configuración:\r\n";
+    for (const std::string& key : keys) {
+        text += "\r\n" + key + "=" + EntryForKey(state_.settings, key);
+    }
+    ports_.dialogs.Warn(text);
+}
+
+void App::RefreshRepetitionMenu() {
+    SortRepetitions(state_.settings.Repetitions);
+    const EntryList& repetitions = state_.settings.Repetitions;
+    view_.ShowRepetitionMenu(std::vector<std::string>(repetitions.begin(), repetitions.end()));
+}
+
+void App::CheckDueRepetitions() {
+    EntryList& repetitions = state_.settings.Repetitions;
+    // Several reminders due at once (after a sleep, say) are shown one after another.
+    for (;;) {
+        const DateTime now = ports_.clock.Now();
+        int due = 0;
+        for (int i = FindDueRepetition(repetitions, now); i != 0; i = FindDueRepetition(repetitions, now, i + 1)) {
+            state_.RepetitionShowing = true;
+            // Another dialog of the program is open: the reminder waits its turn, and the
+            // tray keeps blinking meanwhile.
+            if (!view_.ModalOpen()) {
+                due = i;
+                break;
+            }
+        }
+        if (due == 0) {
+            return;
+        }
+        const std::string entry = repetitions[due];
+        state_.RepeatTarget = entry;
+        const std::string text = GetRepetitionField(entry, 6);
+        const RepeatPrompt prompt{
+            GetRepetitionField(entry, 7),
+            AnniversaryText(text.empty() ? "(Sin mensaje)" : text, static_cast<int>(Today(ports_.clock).year()))};
+        tray_.Notify("Repetición", prompt.when + "  " + prompt.text);
+
+        state_.ClockInBoxesActive = false;
+        const std::optional<int> choice = view_.AskRepeatLater(prompt);
+        state_.ClockInBoxesActive = true;
+
+        state_.RepeatTarget = choice ? RepeatLaterTarget(ports_.clock.Now(), *choice) : std::string();
+        // The copy goes in before the due entry goes out, so a reminder is never lost between.
+        if (!state_.RepeatTarget.empty()) {
+            state_.RepeatTarget = RepeatedEntry(state_.RepeatTarget, entry);
+            AppendRepetition(repetitions, state_.RepeatTarget);
+        }
+        RemoveRepetition(repetitions, due);
+        RefreshRepetitionMenu();
+        // The dialog may have held up the regular scan.
+        if (scan_hook_) {
+            scan_hook_();
+        }
+        SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
+        state_.RepetitionShowing = false;
+    }
 }
 
 void App::FillTimeBoxes() {

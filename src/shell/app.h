@@ -79,6 +79,11 @@ private:
     Outcome RefreshAfterChange();
     void FillTimeBoxes();
     void UpdateDepartureNow();
+    void ReportUnreadableEntries();
+    void RefreshRepetitionMenu();
+    // Shows each due reminder in turn and handles the user's answer.
+    void CheckDueRepetitions();
+    void RunLog(const std::string& text);
 
     AppPorts ports_;
     MainView& view_;

@@ -1,8 +1,16 @@
 #pragma once
 #include <array>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace vt {
+
+// What the repeat-later dialog shows of a due reminder.
+struct RepeatPrompt {
+    std::string when;  // "dd/mm/yyyy hh:mm"
+    std::string text;  // "(Sin mensaje)" for an empty text; anniversary years worked out
+};
 
 // What App asks of the main window and of the dialogs it opens.
 class MainView {
@@ -24,6 +32,18 @@ public:
     // Opens the weekly schedule (frmConfig) modally on these values (Monday = 1); they are
     // changed only when the user accepts. Returns whether the user accepted.
     virtual bool EditSchedule(std::array<std::string, 8>& day_hours, std::array<std::string, 8>& day_modes) = 0;
+
+    // The repetitions menu: one item per reminder with the whole entry as its caption, and
+    // "(ninguna)" only when there is none.
+    virtual void ShowRepetitionMenu(const std::vector<std::string>& entries) = 0;
+
+    // Whether a modal dialog or message box of the program is open right now. A reminder that
+    // falls due then waits: two dialogs must never stack up.
+    virtual bool ModalOpen() const = 0;
+
+    // The repeat-later dialog (frmRepetir), modal: the chosen delay's index in the table of
+    // choices, or nothing for "Nunca".
+    virtual std::optional<int> AskRepeatLater(const RepeatPrompt& prompt) = 0;
 };
 
 }  // namespace vt

@@ -12,6 +12,7 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include "agenda/repeat_dialog.h"
 #include "shell/app.h"
 #include "shell/config_dialog.h"
 #include "shell/qt_time_box.h"
@@ -69,6 +70,8 @@ FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_d
     config->setEnabled(true);
     connect(config, &QAction::triggered, this, &FrmReloj::onConfig);
 
+    m_mnuRepeticion = repeticion;
+    m_mnuRepeticionNinguna = repeticion->findChild<QAction*>(QStringLiteral("mnuRepeticionNinguna"));
     // The template of the per-repetition items: never shown itself, copied for each one.
     QAction* repetitionTemplate = repeticion->findChild<QAction*>(QStringLiteral("mnuRepeticionDato"));
     repetitionTemplate->setVisible(false);
@@ -173,6 +176,37 @@ QString FrmReloj::statusLine() const {
 
 bool FrmReloj::EditSchedule(std::array<std::string, 8>& day_hours, std::array<std::string, 8>& day_modes) {
     return FrmConfig::edit(this, m_dialogs, day_hours, day_modes);
+}
+
+void FrmReloj::ShowRepetitionMenu(const std::vector<std::string>& entries) {
+    // The items of the last rebuild go for good; only the hidden template stays.
+    while (m_mnuRepeticionDato.size() > 1) {
+        delete m_mnuRepeticionDato.takeLast();
+    }
+    for (size_t i = 0; i < entries.size(); ++i) {
+        // A menu reads "&" as the mark of a shortcut letter; doubled it shows as itself, so
+        // the caption is the entry exactly as stored.
+        const QString caption = QString::fromStdString(entries[i]).replace(QLatin1Char('&'), QStringLiteral("&&"));
+        auto* item = new QAction(caption, m_mnuRepeticion);
+        item->setObjectName(QStringLiteral("mnuRepeticionDato(%1)").arg(i + 1));
+        // Choosing one will open the repetition editor, which is not there yet.
+        item->setEnabled(false);
+        m_mnuRepeticion->addAction(item);
+        m_mnuRepeticionDato.append(item);
+    }
+    m_mnuRepeticionNinguna->setVisible(entries.empty());
+}
+
+bool FrmReloj::ModalOpen() const {
+    // Every message box, input box and dialog of the program is opened with exec(), which
+    // puts it on the application's list of modal windows while it is open.
+    return QApplication::activeModalWidget() != nullptr;
+}
+
+std::optional<int> FrmReloj::AskRepeatLater(const RepeatPrompt& prompt) {
+    // Over the main window even while it is hidden in the tray: the dialog is a window of its
+    // own and comes forward by itself.
+    return FrmRepetir::ask(this, prompt);
 }
 
 QAction* FrmReloj::menuItem(const QString& name) const {

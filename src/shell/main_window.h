@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "shell/main_view.h"
 
@@ -42,6 +43,9 @@ public:
     std::string ClockInText(int index) const override;
     void ShowDeparture(const std::string& label, const std::string& status) override;
     bool EditSchedule(std::array<std::string, 8>& day_hours, std::array<std::string, 8>& day_modes) override;
+    void ShowRepetitionMenu(const std::vector<std::string>& entries) override;
+    bool ModalOpen() const override;
+    std::optional<int> AskRepeatLater(const RepeatPrompt& prompt) override;
 
     // Once App::Start has gone through: the timer takes the interval App set, and runs if
     // App enabled it.
@@ -106,6 +110,8 @@ private:
     std::string m_shownStatus;
     QTimer* m_timPincipal = nullptr;
     QMenu* m_mnuPopUp = nullptr;
+    QMenu* m_mnuRepeticion = nullptr;
+    QAction* m_mnuRepeticionNinguna = nullptr;
     QList<QAction*> m_mnuRepeticionDato;
     bool m_inTick = false;
     // Set while App handles a left box; a message box it shows then takes the focus from the

@@ -19,6 +19,7 @@ namespace vt {
 namespace {
 
 constexpr int kFlashIntervalMs = 1000;
+constexpr int kNotificationMs = 10000;
 constexpr int kPictureSize = 16;
 // The ball's square, on half pixels so that its antialiased rim stays sharp.
 const QRectF kBall(1.5, 1.5, 13.0, 13.0);
@@ -221,6 +222,18 @@ void FrmSysTray::Load() {
     if (hasSystemTray()) {
         m_icon->show();
     }
+}
+
+void FrmSysTray::Notify(const std::string& title, const std::string& text) {
+    // The message comes out of the icon: without a tray, or before the icon is in it, there
+    // is nothing for it to come out of.
+    if (!hasSystemTray() || !m_icon->isVisible() || !QSystemTrayIcon::supportsMessages()) {
+        return;
+    }
+    const QString shownTitle = QString::fromStdString(title);
+    const QString shownText = QString::fromStdString(text);
+    m_icon->showMessage(shownTitle, shownText, QSystemTrayIcon::Information, kNotificationMs);
+    emit notified(shownTitle, shownText);
 }
 
 void FrmSysTray::unload() {

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "shell/tray_look.h"
 #include "shell/tray_view.h"
@@ -57,6 +58,9 @@ public:
     void setState(const AppState& state) { m_state = &state; }
 
     void Load() override;
+    // Shown for ten seconds as the tray's own message, where the icon is in a tray and the
+    // desktop shows such messages; elsewhere the reminder's dialog is all the user gets.
+    void Notify(const std::string& title, const std::string& text) override;
 
     QString tooltip() const;
     void setTooltip(const QString& text);
@@ -92,6 +96,8 @@ signals:
     void mouseEvent(const QString& name);
     // After every redraw of the icon.
     void iconChanged();
+    // After each notification handed to the desktop.
+    void notified(const QString& title, const QString& text);
 
 private:
     void buildMenu();

@@ -1,4 +1,5 @@
 #pragma once
+#include <string>
 
 namespace vt {
 
@@ -9,6 +10,9 @@ public:
     virtual ~TrayView() = default;
     // Puts the icon in the tray with its first picture and tip, and starts its timer.
     virtual void Load() = 0;
+    // A desktop notification, where the desktop offers them, so that a user away from the
+    // screen finds a fired reminder in the notification list.
+    virtual void Notify(const std::string& title, const std::string& text) = 0;
 };
 
 }  // namespace vt

@@ -4,20 +4,28 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDialog>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPalette>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "agenda/repeat_dialog.h"
 #include "fake_clock.h"
 #include "fake_ports.h"
+#include "platform/qt_dialogs.h"
 #include "scripted_dialogs.h"
 #include "shell/app.h"
 #include "shell/config_dialog.h"
@@ -50,6 +58,31 @@ bool ShowActive(QWidget& window) {
     window.activateWindow();
     return QTest::qWaitForWindowActive(&window);
 }
+
+// A settings file for today (a split day) with these lines in its repetitions section.
+std::string SettingsWithReminders(const std::string& lines) {
+    return SettingsFor("P", "08:00", "", "") + "[REPETICIONES]\r\n" + lines;
+}
+
+// The dialog on screen other than a repeat-later one, if any.
+QDialog* OtherOpenDialog() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        auto* dialog = qobject_cast<QDialog*>(window);
+        if (dialog != nullptr && dialog->isVisible() && qobject_cast<vt::FrmRepetir*>(dialog) == nullptr) {
+            return dialog;
+        }
+    }
+    return nullptr;
+}
+
+// What a repeat-later dialog showed when it came up.
+struct SeenReminder {
+    QString when;
+    QString text;
+    bool active = false;
+    bool overTheMainWindow = false;
+    bool overAnotherDialog = false;
+};
 }  // namespace
 
 class MainWindowTest : public QObject {
@@ -81,6 +114,14 @@ private slots:
     void afternoonBoxesFollowTheDayMode();
     void configurationOpensTheScheduleAndAppliesIt();
 
+    void repetitionMenuListsTheReminders_data();
+    void repetitionMenuListsTheReminders();
+    void rebuildingTheRepetitionMenuReplacesItsItems();
+    void aDueReminderIsAskedAboutAtTheFirstTick_data();
+    void aDueReminderIsAskedAboutAtTheFirstTick();
+    void aReminderWaitsWhileAnotherDialogIsOpen_data();
+    void aReminderWaitsWhileAnotherDialogIsOpen();
+
 private:
     // Starts on a settings file for today and shows the window, active.
     void startWith(const std::string& settings);
@@ -88,6 +129,15 @@ private:
     bool backupExists() const { return std::filesystem::exists(m_folder->Path("Backup")); }
     void forgetBackup() const { std::filesystem::remove_all(m_folder->Path("Backup")); }
     QTimer* mainTimer() const { return m_window->findChild<QTimer*>(QStringLiteral("timPincipal")); }
+    // The main timer running every millisecond rather than every second.
+    void runTicks();
+    // From now on every repeat-later dialog that comes up is noted in m_seenReminders and
+    // answered with this button.
+    void answerRemindersWith(const QString& button);
+    void onReminderWatch();
+    // "name=caption" of each repetition item after the hidden template, "+" when it can be
+    // chosen.
+    QStringList repetitionItemsShown() const;
 
     std::unique_ptr<vt::test::TempAppFolder> m_folder;
     vt::test::FakeClock m_clock;
@@ -99,6 +149,10 @@ private:
     std::unique_ptr<FrmSysTray> m_tray;
     std::unique_ptr<FrmReloj> m_window;
     std::unique_ptr<vt::App> m_app;
+    std::unique_ptr<QTimer> m_reminderWatch;
+    QString m_reminderAnswer;
+    bool m_answeringReminder = false;
+    std::vector<SeenReminder> m_seenReminders;
 };
 
 void MainWindowTest::init() {
@@ -118,6 +172,8 @@ void MainWindowTest::init() {
 }
 
 void MainWindowTest::cleanup() {
+    m_reminderWatch.reset();
+    m_seenReminders.clear();
     m_window.reset();
     m_tray.reset();
     m_app.reset();
@@ -128,6 +184,48 @@ void MainWindowTest::startWith(const std::string& settings) {
     m_folder->WriteFile("VendrakoTimer.ini", settings);
     QCOMPARE(m_app->Start("DESA"), vt::Outcome::Continue);
     QVERIFY(ShowActive(*m_window));
+}
+
+void MainWindowTest::runTicks() {
+    m_window->startMainTimer();
+    QVERIFY(mainTimer()->isActive());
+    mainTimer()->setInterval(1);
+}
+
+void MainWindowTest::answerRemindersWith(const QString& button) {
+    m_reminderAnswer = button;
+    m_reminderWatch = std::make_unique<QTimer>();
+    m_reminderWatch->setInterval(5);
+    connect(m_reminderWatch.get(), &QTimer::timeout, this, &MainWindowTest::onReminderWatch);
+    m_reminderWatch->start();
+}
+
+void MainWindowTest::onReminderWatch() {
+    // The dialog is modal and the tick waits inside it, so this runs in the dialog's own loop.
+    auto* dialog = qobject_cast<vt::FrmRepetir*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || m_answeringReminder) {
+        return;
+    }
+    m_answeringReminder = true;
+    SeenReminder seen;
+    seen.active = QTest::qWaitForWindowActive(dialog);
+    seen.when = dialog->lblFecha()->text();
+    seen.text = dialog->txtTexto()->toPlainText();
+    seen.overTheMainWindow = dialog->parentWidget() == m_window.get();
+    seen.overAnotherDialog = OtherOpenDialog() != nullptr;
+    m_seenReminders.push_back(seen);
+    QTest::mouseClick(dialog->findChild<QPushButton*>(m_reminderAnswer), Qt::LeftButton);
+    m_answeringReminder = false;
+}
+
+QStringList MainWindowTest::repetitionItemsShown() const {
+    QStringList shown;
+    const QList<QAction*>& items = m_window->repetitionItems();
+    for (qsizetype i = 1; i < items.size(); ++i) {
+        shown << items.at(i)->objectName() + QLatin1Char('=') + items.at(i)->text() +
+                     (items.at(i)->isEnabled() ? QStringLiteral("+") : QString());
+    }
+    return shown;
 }
 
 void MainWindowTest::menuBarHoldsTheFourMenusInOrder() {
@@ -550,6 +648,172 @@ void MainWindowTest::configurationOpensTheScheduleAndAppliesIt() {
     QCOMPARE(entrada->text(), QStringLiteral("08:00"));
     QVERIFY(m_window->txtHora(1)->hasFocus());
     QVERIFY(m_dialogs.Shown().empty());
+}
+
+// After the start the menu lists the reminders in date order, one item each, after the hidden
+// template; "(ninguna)" shows only when there is none. The items wait for the repetition editor,
+// so they cannot be chosen yet.
+void MainWindowTest::repetitionMenuListsTheReminders_data() {
+    QTest::addColumn<QString>("reminders");  // the lines of the repetitions section
+    QTest::addColumn<QStringList>("items");
+
+    QTest::newRow("none") << "" << QStringList{};
+    QTest::newRow("three, sorted, \"&\" shown as itself")
+        << "REP_001=15/03/2024 10:00 Llamar a Ana\r\n"
+           "REP_002=14/03/2024 09:00 Revisar correo;urgente\r\n"
+           "REP_003=16/03/2024 08:00 Pan & vino\r\n"
+        << QStringList{"mnuRepeticionDato(1)=14/03/2024 09:00 Revisar correo;urgente",
+                       "mnuRepeticionDato(2)=15/03/2024 10:00 Llamar a Ana",
+                       "mnuRepeticionDato(3)=16/03/2024 08:00 Pan && vino"};
+}
+
+void MainWindowTest::repetitionMenuListsTheReminders() {
+    QFETCH(QString, reminders);
+    QFETCH(QStringList, items);
+    startWith(SettingsWithReminders(reminders.toStdString()));
+
+    QCOMPARE(repetitionItemsShown(), items);
+    QAction* none = m_window->menuItem(QStringLiteral("mnuRepeticionNinguna"));
+    QCOMPARE(none->isVisible(), items.isEmpty());
+    QVERIFY(!m_window->repetitionItems().front()->isVisible());
+    // The items are the menu's last ones, in the same order.
+    const QList<QAction*> inMenu = m_window->menu(QStringLiteral("mnuRepeticion"))->actions();
+    QCOMPARE(inMenu.mid(inMenu.size() - m_window->repetitionItems().size()), m_window->repetitionItems());
+    for (qsizetype i = 1; i < m_window->repetitionItems().size(); ++i) {
+        QAction* item = m_window->repetitionItems().at(i);
+        QVERIFY(item->isVisible());
+        QCOMPARE(m_window->menuItem(item->objectName()), item);
+    }
+    QVERIFY(m_dialogs.Shown().empty());
+}
+
+void MainWindowTest::rebuildingTheRepetitionMenuReplacesItsItems() {
+    QMenu* menu = m_window->menu(QStringLiteral("mnuRepeticion"));
+    const qsizetype actionsAtFirst = menu->findChildren<QAction*>().size();
+    QAction* none = m_window->menuItem(QStringLiteral("mnuRepeticionNinguna"));
+
+    m_window->ShowRepetitionMenu({"01/02/2024 10:00 uno", "02/02/2024 10:00 dos", "03/02/2024 10:00 tres"});
+    QCOMPARE(repetitionItemsShown().size(), 3);
+    QVERIFY(!none->isVisible());
+    const QPointer<QAction> oldFirst = m_window->repetitionItems().at(1);
+    const QPointer<QAction> oldThird = m_window->repetitionItems().at(3);
+
+    m_window->ShowRepetitionMenu({"05/02/2024 10:00 cinco"});
+    QCOMPARE(repetitionItemsShown(), QStringList{"mnuRepeticionDato(1)=05/02/2024 10:00 cinco"});
+    QVERIFY(oldFirst.isNull());
+    QVERIFY(oldThird.isNull());
+    QCOMPARE(menu->findChildren<QAction*>().size(), actionsAtFirst + 1);
+    QVERIFY(!none->isVisible());
+
+    m_window->ShowRepetitionMenu({});
+    QVERIFY(repetitionItemsShown().isEmpty());
+    QCOMPARE(menu->findChildren<QAction*>().size(), actionsAtFirst);
+    QVERIFY(none->isVisible());
+    QCOMPARE(m_window->repetitionItems().size(), 1);
+    QVERIFY(!m_window->repetitionItems().front()->isVisible());
+}
+
+// A reminder that fell due before the start is asked about at the first tick, over the main
+// window, also while that window is hidden in the tray; the answer is stored at once.
+void MainWindowTest::aDueReminderIsAskedAboutAtTheFirstTick_data() {
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<bool>("inTheTray");
+    QTest::addColumn<QStringList>("items");  // the menu afterwards
+
+    const QStringList later{"mnuRepeticionDato(1)=02/01/2024 09:15 Llamar a Ana"};
+    QTest::newRow("15 Minutos") << "cmdTiempo(2)" << false << later;
+    QTest::newRow("15 Minutos, window in the tray") << "cmdTiempo(2)" << true << later;
+    QTest::newRow("Nunca") << "cmdNunca" << false << QStringList{};
+}
+
+void MainWindowTest::aDueReminderIsAskedAboutAtTheFirstTick() {
+    QFETCH(QString, button);
+    QFETCH(bool, inTheTray);
+    QFETCH(QStringList, items);
+    startWith(SettingsWithReminders("REP_001=02/01/2024 08:30 Llamar a Ana\r\n"));
+    if (inTheTray) {
+        m_trayPresent = true;
+        QVERIFY(!m_window->close());
+        QVERIFY(!m_window->isVisible());
+    }
+    answerRemindersWith(button);
+
+    runTicks();
+
+    QTRY_COMPARE(m_seenReminders.size(), size_t{1});
+    const SeenReminder& seen = m_seenReminders.front();
+    QCOMPARE(seen.when, QStringLiteral("02/01/2024 08:30"));
+    QCOMPARE(seen.text, QStringLiteral("Llamar a Ana"));
+    QVERIFY(seen.active);
+    QVERIFY(seen.overTheMainWindow);
+    QVERIFY(!seen.overAnotherDialog);
+    QTRY_VERIFY(!QString::fromStdString(settingsOnDisk()).contains(QStringLiteral("08:30")));
+    const QString onDisk = QString::fromStdString(settingsOnDisk());
+    QCOMPARE(onDisk.contains(QStringLiteral("REP_001=02/01/2024 09:15 Llamar a Ana\r\n")), !items.isEmpty());
+    QCOMPARE(onDisk.contains(QStringLiteral("Llamar a Ana")), !items.isEmpty());
+    QCOMPARE(repetitionItemsShown(), items);
+    QCOMPARE(m_window->menuItem(QStringLiteral("mnuRepeticionNinguna"))->isVisible(), items.isEmpty());
+    QVERIFY(!m_app->State().RepetitionShowing);
+    QCOMPARE(m_window->isVisible(), !inTheTray);
+
+    // The fake clock stands still: nothing else comes due.
+    QTest::qWait(30);
+    QCOMPARE(m_seenReminders.size(), size_t{1});
+    QVERIFY(m_dialogs.Shown().empty());
+}
+
+// While a message box, an input box or a dialog of the program is open, the ticks go on but a
+// reminder coming due only sets RepetitionShowing (the tray blinks); its dialog comes at the
+// first tick after the other one has closed.
+void MainWindowTest::aReminderWaitsWhileAnotherDialogIsOpen_data() {
+    QTest::addColumn<QString>("other");
+
+    QTest::newRow("message box") << "message box";
+    QTest::newRow("input box") << "input box";
+    QTest::newRow("schedule dialog") << "schedule dialog";
+}
+
+void MainWindowTest::aReminderWaitsWhileAnotherDialogIsOpen() {
+    QFETCH(QString, other);
+    startWith(SettingsWithReminders("REP_001=02/01/2024 09:05 Llamar a Ana\r\n"));
+    answerRemindersWith(QStringLiteral("cmdTiempo(0)"));
+    runTicks();
+    QTest::qWait(20);
+    QVERIFY(!m_app->State().RepetitionShowing);
+    QVERIFY(m_seenReminders.empty());
+
+    bool otherWasModal = false;
+    bool waited = false;
+    size_t askedMeanwhile = 0;
+    QTimer::singleShot(0, [&] {
+        QDialog* open = OtherOpenDialog();
+        otherWasModal = open != nullptr && QApplication::activeModalWidget() == open;
+        waited = QTest::qWaitFor([this] { return m_app->State().RepetitionShowing; }, 5000);
+        QTest::qWait(30);  // a good many more ticks
+        askedMeanwhile = m_seenReminders.size();
+        if (open != nullptr) {
+            open->reject();
+        }
+    });
+    m_clock.AdvanceMinutes(5);  // due from the next tick on
+    vt::QtDialogs onScreen;
+    if (other == QLatin1String("message box")) {
+        onScreen.Inform("Un aviso cualquiera");
+    } else if (other == QLatin1String("input box")) {
+        onScreen.Ask({"Un dato:", "", ""});
+    } else {
+        m_window->menuItem(QStringLiteral("mnuConfig"))->trigger();
+    }
+
+    QVERIFY(otherWasModal);
+    QVERIFY(waited);
+    QCOMPARE(askedMeanwhile, size_t{0});
+    QTRY_COMPARE(m_seenReminders.size(), size_t{1});
+    QVERIFY(!m_seenReminders.front().overAnotherDialog);
+    QCOMPARE(m_seenReminders.front().when, QStringLiteral("02/01/2024 09:05"));
+    QTRY_VERIFY(!m_app->State().RepetitionShowing);
+    QVERIFY(
+        QString::fromStdString(settingsOnDisk()).contains(QStringLiteral("REP_001=02/01/2024 09:10 Llamar a Ana\r\n")));
 }
 
 QTEST_MAIN(MainWindowTest)

@@ -51,6 +51,8 @@ private slots:
     void minimisingGoesToTheTrayOnlyWhereThereIsOne();
     void closeIsCancelledOnlyForTheUserWithATray_data();
     void closeIsCancelledOnlyForTheUserWithATray();
+    void notificationsComeOnlyFromAnIconInATray_data();
+    void notificationsComeOnlyFromAnIconInATray();
 
 private:
     QTimer* flashTimer() const { return m_tray->findChild<QTimer*>(QStringLiteral("TmrFlash")); }
@@ -450,6 +452,42 @@ void TrayIconTest::closeIsCancelledOnlyForTheUserWithATray() {
     QCOMPARE(m_tray->queryUnload(reason), cancelled);
 
     QCOMPARE(m_window->isVisible(), !cancelled);
+}
+
+// A fired reminder also goes to the desktop's notifications, which come out of the tray icon:
+// where there is no tray, or the icon is not in it, nothing is sent.
+void TrayIconTest::notificationsComeOnlyFromAnIconInATray_data() {
+    QTest::addColumn<bool>("trayAtLoad");
+    QTest::addColumn<bool>("loaded");
+    QTest::addColumn<bool>("trayAtNotify");
+    QTest::addColumn<bool>("sent");
+
+    QTest::newRow("icon in the tray") << true << true << true << true;
+    QTest::newRow("no tray") << false << true << false << false;
+    QTest::newRow("icon not put in the tray yet") << true << false << true << false;
+    QTest::newRow("tray gone since") << true << true << false << false;
+    QTest::newRow("tray come since, icon not in it") << false << true << true << false;
+}
+
+void TrayIconTest::notificationsComeOnlyFromAnIconInATray() {
+    QFETCH(bool, trayAtLoad);
+    QFETCH(bool, loaded);
+    QFETCH(bool, trayAtNotify);
+    QFETCH(bool, sent);
+    m_trayPresent = trayAtLoad;
+    if (loaded) {
+        m_tray->Load();
+    }
+    m_trayPresent = trayAtNotify;
+    QSignalSpy notified(m_tray.get(), &FrmSysTray::notified);
+
+    m_tray->Notify("Repetición", "02/01/2024 08:30  Llamar a Ana & Luis");
+
+    QCOMPARE(notified.count(), sent ? 1 : 0);
+    if (sent) {
+        QCOMPARE(notified.at(0).at(0).toString(), QStringLiteral("Repetición"));
+        QCOMPARE(notified.at(0).at(1).toString(), QStringLiteral("02/01/2024 08:30  Llamar a Ana & Luis"));
+    }
 }
 
 QTEST_MAIN(TrayIconTest)

@@ -46,6 +46,21 @@ public:
         return edit_schedule ? edit_schedule(day_hours, day_modes) : false;
     }
 
+    void ShowRepetitionMenu(const std::vector<std::string>& entries) override { repetition_menu = entries; }
+    bool ModalOpen() const override { return modal_open; }
+    std::optional<int> AskRepeatLater(const RepeatPrompt& prompt) override {
+        prompts.push_back(prompt);
+        if (on_repeat_prompt) {
+            on_repeat_prompt();
+        }
+        if (repeat_answers.empty()) {
+            return 0;  // Esc and Enter both mean "5 Minutos"
+        }
+        const std::optional<int> answer = repeat_answers.front();
+        repeat_answers.erase(repeat_answers.begin());
+        return answer;
+    }
+
     std::vector<std::string> captions;
     std::array<std::string, 3> clock_ins;
     std::array<std::string, 3> typed;
@@ -54,13 +69,23 @@ public:
     std::string status_line;
     int schedule_opened = 0;
     std::function<bool(std::array<std::string, 8>&, std::array<std::string, 8>&)> edit_schedule;
+    std::vector<std::string> repetition_menu;
+    bool modal_open = false;
+    std::vector<RepeatPrompt> prompts;
+    // Answers of the repeat-later dialog in order; nothing stands for "Nunca".
+    std::vector<std::optional<int>> repeat_answers;
+    std::function<void()> on_repeat_prompt;
 };
 
-// A tray that only counts how often it was put in place.
+// A tray that only counts how often it was put in place and keeps its notifications.
 class RecordingTrayView : public TrayView {
 public:
     void Load() override { ++loads; }
+    void Notify(const std::string& title, const std::string& text) override {
+        notifications.push_back(title + ": " + text);
+    }
     int loads = 0;
+    std::vector<std::string> notifications;
 };
 
 }  // namespace vt::test

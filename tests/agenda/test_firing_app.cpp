@@ -34,7 +34,7 @@ protected:
         folder.WriteFile("VendrakoTimer.ini", Utf8ToCp1252(text));
     }
     static std::string Key(int n) {
-        char buf[8];
+        char buf[16];
         std::snprintf(buf, sizeof buf, "%03d", n);
         return buf;
     }

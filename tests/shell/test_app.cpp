@@ -80,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(Formats, DateFormatCheck,
 
 TEST_F(AppTest, StartLoadsSettingsSetsCaptionAndEnablesTheOneSecondTimer) {
     folder.WriteFile("VendrakoTimer.ini",
-                     "[GENERAL]\r\nFECHA=02-01-24\r\nENTRADA1=07:45\r\nNUM_ALARMAS=1\r\n[ALARMAS]\r\nALA_001=x\r\n");
+                     "[GENERAL]\r\nFECHA=02-01-24\r\nENTRADA1=07:45\r\nNUM_ALARMAS=1\r\n[ALARMAS]\r\nALA_001=15/03/2024 09:30 00 D 14 0 Cita\r\n");
     App& app = MakeApp();
     ASSERT_EQ(app.Start(""), Outcome::Continue);
     EXPECT_EQ(app.State().settings.Entrada1, "07:45");

@@ -46,6 +46,12 @@ window=""
 for _ in $(seq 100); do
     window=$(xdotool search --name "VendrakoTimer 3.52" 2>/dev/null | head -n 1 || true)
     [ -n "$window" ] && break
+    # The proximity report comes up before the main window: answer it as a user would.
+    box=$(xdotool search --all --pid "$program_pid" --name "^VendrakoTimer$" 2>/dev/null | head -n 1 || true)
+    if [ -n "$box" ]; then
+        xdotool windowfocus --sync "$box" 2>/dev/null || true
+        xdotool key --clearmodifiers Return 2>/dev/null || true
+    fi
     if ! kill -0 "$program_pid" 2>/dev/null; then
         echo "The program ended before its window appeared." >&2
         exit 1

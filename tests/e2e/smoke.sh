@@ -85,9 +85,24 @@ wait_for_exit() {
 
 listing() { (cd "$app_dir" && find . -printf '%p %s %T@\n' | sort); }
 
+# Presses Enter in the message box titled "VendrakoTimer" of process $1.
+answer_box() {
+    local box
+    box=$(xdotool search --all --pid "$1" --name "^VendrakoTimer$" | head -n1)
+    xdotool windowfocus --sync "$box" 2>/dev/null
+    xdotool key --clearmodifiers Return
+}
+
 # "DESA" skips the start-up backups, so a "Backup" folder can only come from the closing path.
 "${program[@]}" DESA >>"$work/program.log" 2>&1 &
 first_pid=$!
+# The proximity report comes up before the main window; it is answered like a user would.
+if wait_for_window 20 --all --pid "$first_pid" --name "^VendrakoTimer$"; then
+    pass "the proximity report is shown at start-up"
+    answer_box "$first_pid"
+else
+    fail "no proximity report at start-up"
+fi
 if wait_for_window 20 --name "^VendrakoTimer 3\.52$"; then
     pass "main window \"VendrakoTimer 3.52\" appeared"
 else
@@ -106,9 +121,7 @@ second_pid=$!
 if wait_for_window 20 --all --pid "$second_pid" --name "^VendrakoTimer$"; then
     pass "second instance shows its message box"
     # Enter presses the box's button; the second copy must then end by itself.
-    box=$(xdotool search --all --pid "$second_pid" --name "^VendrakoTimer$" | head -n1)
-    xdotool windowfocus --sync "$box" 2>/dev/null
-    xdotool key --clearmodifiers Return
+    answer_box "$second_pid"
 else
     fail "second instance showed no message box"
 fi

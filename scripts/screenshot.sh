@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# Takes a picture of the main window with some marked days for the README: builds the program,
+# copies it into a fresh folder with a prepared agenda around today's date, starts it on a
+# virtual display, points at a marked day so that its details show, and saves
+# docs/main-window.png.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+root=$(vt_root)
+cd "$root"
+
+vt_install_packages "${VT_BUILD_PACKAGES[@]}" "${VT_DISPLAY_PACKAGES[@]}"
+cmake -S . -B build/run -G Ninja -DCMAKE_BUILD_TYPE=Release -DVENDRAKO_TESTS=OFF -DVENDRAKO_BENCH=OFF >/dev/null
+cmake --build build/run -j "$(vt_jobs)" --target VendrakoTimer
+
+work=$(mktemp -d)
+xvfb_pid=""
+program_pid=""
+cleanup() {
+    [ -n "$program_pid" ] && kill "$program_pid" 2>/dev/null || true
+    [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2>/dev/null || true
+    rm -rf "$work"
+}
+trap cleanup EXIT
+cp build/run/src/VendrakoTimer "$work/"
+
+day() { date -d "$1" +%d/%m/%Y; }
+# Today's view starts on the Monday of this week: the cell of a date is its distance from there.
+monday=$(date -d "today -$(( $(date +%u) - 1 )) days" +%F)
+cell_of() { echo $(( ( $(date -d "$1" +%s) - $(date -d "$monday" +%s) ) / 86400 )); }
+
+printf '%s\r\n' "[GENERAL]" "FECHA=$(date +%d-%m-%y)" "ENTRADA1=08:00" "SALIDA1=" "ENTRADA2=" "NUM_ALARMAS=3" "" \
+    "[CONFIG]" "" \
+    "[REPETICIONES]" "REP_001=$(day '+2 days') 09:30 Llamar a la gestoria" "REP_002=$(day '+9 days') 12:00 Revisar el informe" "" \
+    "[ALARMAS]" "ALA_001=$(day '+2 days') 10:00 01 M 07 0 Pagar el alquiler" \
+    "ALA_002=$(day '+5 days') 09:00 01 A 14 1 Cumpleanos de Ana (1990)" \
+    "ALA_003=$(day '+12 days') 17:00 07 D 00 0 Clase de ingles" "" \
+    "[ACCESOS]" "ULTIMO=$(date +%d/%m/%Y) 00:00:00" >"$work/VendrakoTimer.ini"
+
+display_number=$(for n in $(seq 90 130); do [ -e "/tmp/.X11-unix/X$n" ] || { echo "$n"; break; }; done)
+export DISPLAY=":$display_number"
+Xvfb "$DISPLAY" -screen 0 800x600x24 -nolisten tcp >/dev/null 2>&1 &
+xvfb_pid=$!
+for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
+
+LC_TIME=en_GB.UTF-8 HOME="$work" "$work/VendrakoTimer" DESA >/dev/null 2>&1 &
+program_pid=$!
+window=""
+for _ in $(seq 100); do
+    window=$(xdotool search --name "VendrakoTimer 3.52" 2>/dev/null | head -n 1 || true)
+    [ -n "$window" ] && break
+    box=$(xdotool search --all --pid "$program_pid" --name "^VendrakoTimer$" 2>/dev/null | head -n 1 || true)
+    if [ -n "$box" ]; then
+        xdotool windowfocus --sync "$box" 2>/dev/null || true
+        xdotool key --clearmodifiers Return 2>/dev/null || true
+    fi
+    sleep 0.2
+done
+[ -n "$window" ] || { echo "The main window did not appear." >&2; exit 1; }
+sleep 1
+
+# Point at the day with the birthday: its texts show in the detail area below the calendar.
+cell=$(cell_of "+5 days")
+eval "$(xdotool getwindowgeometry --shell "$window")"
+calendar_x=$((X + 224)); calendar_y=$((Y + 28))
+xdotool mousemove "$((calendar_x + (cell % 7) * 28 + 14))" "$((calendar_y + (cell / 7) * 29 + 14))"
+sleep 1
+eval "$(xdotool getwindowgeometry --shell "$window")"
+import -window root -crop "${WIDTH}x${HEIGHT}+${X}+${Y}" "$root/docs/main-window.png"
+echo "Saved $root/docs/main-window.png"
+kill -TERM "$program_pid"
+wait "$program_pid" || true
+program_pid=""

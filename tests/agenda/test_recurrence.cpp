@@ -11,8 +11,13 @@
 namespace vt {
 namespace {
 
+// A day of March 2024, or of another year.
+Date D(int day, int month = 3, int year = 2024) {
+    return MakeDate(day, month, year);
+}
+
 // 15/03/2024 is a Friday.
-const Date kFriday = MakeDate(15, 3, 2024);
+const Date kFriday = D(15);
 
 struct SearchCase {
     const char* name;
@@ -40,120 +45,74 @@ TEST_P(Searches, FindTheOccurrenceInRange) {
     EXPECT_TRUE(dialogs.Shown().empty());
 }
 
+const std::nullopt_t kNone = std::nullopt;
+
+// The cases that end without an occurrence must end at all: a count of zero or a step away
+// from the range never reaches it.
 INSTANTIATE_TEST_SUITE_P(
     Cases, Searches,
     ::testing::Values(
-        SearchCase{"DailyOnFridayAfterLaunchGoesToMonday", kFriday, 1, "D", kFriday, kOpenEnd, 1, true,
-                   MakeDate(18, 3, 2024), MakeDate(18, 3, 2024)},
-        SearchCase{"DailyTodayAcceptedWithoutSkipToday", kFriday, 1, "D", kFriday, kOpenEnd, 1, false, kFriday,
-                   kFriday},
-        SearchCase{"DailyStoredOnSaturdayGoesToMonday", MakeDate(16, 3, 2024), 1, "D", kFriday, kOpenEnd, 1, true,
-                   MakeDate(18, 3, 2024), MakeDate(18, 3, 2024)},
-        SearchCase{"DailyBackwardsSkipsTheWeekend", MakeDate(17, 3, 2024), 1, "D", MakeDate(1, 3, 2024),
-                   MakeDate(17, 3, 2024), -1, false, MakeDate(15, 3, 2024), MakeDate(15, 3, 2024)},
-        SearchCase{"WeeklyOnSaturdayStaysOnSaturdays", MakeDate(9, 3, 2024), 7, "D", kFriday, kOpenEnd, 1, true,
-                   MakeDate(16, 3, 2024), MakeDate(16, 3, 2024)},
-        SearchCase{"TwoDaysMayFallOnAWeekend", MakeDate(16, 3, 2024), 2, "D", kFriday, kOpenEnd, 1, true,
-                   MakeDate(16, 3, 2024), MakeDate(16, 3, 2024)},
-        SearchCase{"MonthlyFrom31JanuaryFirstStep", MakeDate(31, 1, 2023), 1, "M", MakeDate(1, 2, 2023), kOpenEnd, 1,
-                   false, MakeDate(28, 2, 2023), MakeDate(28, 2, 2023)},
-        SearchCase{"MonthlyFrom31JanuaryKeepsThe28th", MakeDate(31, 1, 2023), 1, "M", MakeDate(1, 3, 2023), kOpenEnd, 1,
-                   false, MakeDate(28, 3, 2023), MakeDate(28, 3, 2023)},
-        SearchCase{"MonthlyFrom31JanuaryInALeapYear", MakeDate(31, 1, 2024), 1, "M", MakeDate(1, 3, 2024), kOpenEnd, 1,
-                   false, MakeDate(29, 3, 2024), MakeDate(29, 3, 2024)},
-        SearchCase{"QuarterlyBackwards", MakeDate(31, 5, 2024), 3, "M", MakeDate(1, 1, 2024), MakeDate(31, 3, 2024), -1,
-                   false, MakeDate(29, 2, 2024), MakeDate(29, 2, 2024)},
-        SearchCase{"YearlyFromLeapDayStaysOnThe28th", MakeDate(29, 2, 2024), 1, "A", MakeDate(1, 1, 2028), kOpenEnd, 1,
-                   false, MakeDate(28, 2, 2028), MakeDate(28, 2, 2028)},
-        SearchCase{"FourYearlyFromLeapDayKeepsThe29th", MakeDate(29, 2, 2024), 4, "A", MakeDate(1, 3, 2024), kOpenEnd,
-                   1, false, MakeDate(29, 2, 2028), MakeDate(29, 2, 2028)},
-        SearchCase{"BackwardsFromBeforeTheRangeEndsAtOnce", MakeDate(10, 3, 2024), 7, "D", MakeDate(20, 3, 2024),
-                   MakeDate(31, 3, 2024), -1, false, std::nullopt, MakeDate(10, 3, 2024)},
-        SearchCase{"BackwardsFindsTheLatestInRange", MakeDate(31, 3, 2024), 7, "D", MakeDate(1, 3, 2024),
-                   MakeDate(20, 3, 2024), -1, false, MakeDate(17, 3, 2024), MakeDate(17, 3, 2024)},
-        SearchCase{"ForwardsPastTheRangeIsEmpty", MakeDate(25, 3, 2024), 7, "D", MakeDate(1, 3, 2024),
-                   MakeDate(20, 3, 2024), 1, false, std::nullopt, MakeDate(25, 3, 2024)},
-        SearchCase{"ForwardsJumpingOverTheRangeIsEmpty", MakeDate(1, 1, 2024), 1, "A", MakeDate(1, 3, 2024),
-                   MakeDate(30, 3, 2024), 1, false, std::nullopt, MakeDate(1, 1, 2025)},
-        SearchCase{"CountZeroInsideTheRange", MakeDate(20, 3, 2024), 0, "D", kFriday, kOpenEnd, 1, true,
-                   MakeDate(20, 3, 2024), MakeDate(20, 3, 2024)},
-        SearchCase{"CountZeroBeforeTheRangeEnds", MakeDate(1, 3, 2024), 0, "D", kFriday, kOpenEnd, 1, true,
-                   std::nullopt, MakeDate(1, 3, 2024)},
-        SearchCase{"CountZeroOnASkippedTodayEnds", kFriday, 0, "D", kFriday, kOpenEnd, 1, true, std::nullopt, kFriday},
-        SearchCase{"NegativeCountAwayFromTheRangeEnds", MakeDate(1, 3, 2024), -1, "M", kFriday, kOpenEnd, 1, false,
-                   std::nullopt, MakeDate(1, 3, 2024)},
-        SearchCase{"NegativeCountFromInsideStepsBack", kFriday, -1, "D", MakeDate(10, 3, 2024), kOpenEnd, 1, true,
-                   MakeDate(14, 3, 2024), MakeDate(14, 3, 2024)},
-        SearchCase{"StepZeroBeforeTheRangeEnds", MakeDate(1, 3, 2024), 1, "M", kFriday, kOpenEnd, 0, false,
-                   std::nullopt, MakeDate(1, 3, 2024)},
-        SearchCase{"LargerStepCountsAsItsSign", kFriday, 1, "D", kFriday, kOpenEnd, 5, true, MakeDate(18, 3, 2024),
-                   MakeDate(18, 3, 2024)},
-        SearchCase{"HugeCountEndsAtTheCalendarsEdge", MakeDate(1, 3, 2024), 2000000000, "D", kFriday, kOpenEnd, 1,
-                   false, std::nullopt, MakeDate(1, 3, 2024)},
-        SearchCase{"NoYearAfter9999", MakeDate(1, 1, 9999), 1, "A", MakeDate(31, 12, 9999), MakeDate(31, 12, 9999), 1,
-                   false, std::nullopt, MakeDate(1, 1, 9999)},
-        SearchCase{"DailyTenYearsBackReachesTheFirstWorkingDay", MakeDate(15, 3, 2014), 1, "D", kFriday, kOpenEnd, 1,
-                   true, MakeDate(18, 3, 2024), MakeDate(18, 3, 2024)}),
+        SearchCase{"DailyOnFridayGoesToMonday", kFriday, 1, "D", kFriday, kOpenEnd, 1, true, D(18), D(18)},
+        SearchCase{"DailyStoredOnSaturday", D(16), 1, "D", kFriday, kOpenEnd, 1, true, D(18), D(18)},
+        SearchCase{"DailyBackwardsSkipsTheWeekend", D(17), 1, "D", D(1), D(17), -1, false, D(15), D(15)},
+        SearchCase{"WeeklyOnSaturdayStays", D(9), 7, "D", kFriday, kOpenEnd, 1, true, D(16), D(16)},
+        SearchCase{"TwoDaysMayFallOnAWeekend", D(16), 2, "D", kFriday, kOpenEnd, 1, true, D(16), D(16)},
+        SearchCase{"MonthlyFrom31JanuaryKeepsThe28th", D(31, 1, 2023), 1, "M", D(1, 3, 2023), kOpenEnd, 1, false,
+                   D(28, 3, 2023), D(28, 3, 2023)},
+        SearchCase{"MonthlyFrom31JanuaryInALeapYear", D(31, 1), 1, "M", D(1), kOpenEnd, 1, false, D(29), D(29)},
+        SearchCase{"YearlyFromLeapDayStaysOnThe28th", D(29, 2), 1, "A", D(1, 1, 2028), kOpenEnd, 1, false,
+                   D(28, 2, 2028), D(28, 2, 2028)},
+        SearchCase{"FourYearlyFromLeapDayKeepsThe29th", D(29, 2), 4, "A", D(1), kOpenEnd, 1, false, D(29, 2, 2028),
+                   D(29, 2, 2028)},
+        SearchCase{"BackwardsFromBeforeTheRangeEndsAtOnce", D(10), 7, "D", D(20), D(31), -1, false, kNone, D(10)},
+        SearchCase{"BackwardsFindsTheLatestInRange", D(31), 7, "D", D(1), D(20), -1, false, D(17), D(17)},
+        SearchCase{"ForwardsJumpingOverTheRange", D(1, 1), 1, "A", D(1), D(30), 1, false, kNone, D(1, 1, 2025)},
+        SearchCase{"CountZeroInsideTheRange", D(20), 0, "D", kFriday, kOpenEnd, 1, true, D(20), D(20)},
+        SearchCase{"CountZeroBeforeTheRange", D(1), 0, "D", kFriday, kOpenEnd, 1, true, kNone, D(1)},
+        SearchCase{"CountZeroOnASkippedToday", kFriday, 0, "D", kFriday, kOpenEnd, 1, true, kNone, kFriday},
+        SearchCase{"NegativeCountAwayFromTheRange", D(1), -1, "M", kFriday, kOpenEnd, 1, false, kNone, D(1)},
+        SearchCase{"StepZeroBeforeTheRange", D(1), 1, "M", kFriday, kOpenEnd, 0, false, kNone, D(1)},
+        SearchCase{"HugeCountEndsAtTheCalendarsEdge", D(1), 2000000000, "D", kFriday, kOpenEnd, 1, false, kNone, D(1)},
+        SearchCase{"NoYearAfter9999", D(1, 1, 9999), 1, "A", D(31, 12, 9999), D(31, 12, 9999), 1, false, kNone,
+                   D(1, 1, 9999)}),
     [](const auto& row) { return std::string(row.param.name); });
 
-class UnknownUnit : public ::testing::Test {
-protected:
+// Units are case-sensitive; an unknown one is noticed only when a step is needed.
+TEST(UnknownUnit, SaysMalOnlyWhenAStepIsNeeded) {
     test::ScriptedDialogs dialogs;
-};
-
-TEST_F(UnknownUnit, SaysMalOnceAndEndsEmpty) {
-    Date date = MakeDate(1, 3, 2024);
-    EXPECT_EQ(NextOccurrence(date, 1, "X", kFriday, kOpenEnd, 1, false, kFriday, dialogs), std::nullopt);
-    ASSERT_EQ(dialogs.Shown().size(), 1u);
-    EXPECT_EQ(dialogs.Shown()[0].text, "MAL!");
-    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
-    EXPECT_EQ(date, MakeDate(1, 3, 2024));
-}
-
-TEST_F(UnknownUnit, UnitsAreCaseSensitive) {
-    Date date = MakeDate(1, 3, 2024);
+    Date date = D(1);
     EXPECT_EQ(NextOccurrence(date, 1, "d", kFriday, kOpenEnd, 1, false, kFriday, dialogs), std::nullopt);
-    EXPECT_EQ(dialogs.Texts(), std::vector<std::string>{"MAL!"});
+    EXPECT_EQ(date, D(1));
+    date = D(20);
+    EXPECT_EQ(NextOccurrence(date, 1, "X", kFriday, kOpenEnd, 1, false, kFriday, dialogs), D(20));
+    ASSERT_EQ(dialogs.Texts(), std::vector<std::string>{"MAL!"});
+    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
 }
 
-TEST_F(UnknownUnit, IsNotNoticedWhenNoStepIsNeeded) {
-    Date date = MakeDate(20, 3, 2024);
-    EXPECT_EQ(NextOccurrence(date, 1, "X", kFriday, kOpenEnd, 1, false, kFriday, dialogs), MakeDate(20, 3, 2024));
-    EXPECT_TRUE(dialogs.Shown().empty());
-}
-
-class AdvancingStoredAlarms : public ::testing::Test {
-protected:
+TEST(AdvancingStoredAlarms, MovesEachPastTodayRebuildsAndSorts) {
     test::ScriptedDialogs dialogs;
-};
-
-TEST_F(AdvancingStoredAlarms, MovesEachPastTodayRebuildsAndSorts) {
     EntryList alarms = test::ListOf({
         "15/03/2024 10:00 01 D 00 0 Diario, con coma",
         "15/03/2024 08:00 01 M 07 1 Mensual <010324>",
         "garbled",
         "20/03/2024 08:00 00 D 14 0 Una vez",
-        "16/03/2024 09:00 07 D 00 0 Semanal",
         "15/03/2024 08:00 01 X 07 0 Raro",
     });
     AdvanceStoredAlarmDates(alarms, kFriday, dialogs);
     EXPECT_EQ(test::Items(alarms), (std::vector<std::string>{
                                        "15/03/2024 08:00 01 X 07 0 Raro",
-                                       "16/03/2024 09:00 07 D 00 0 Semanal",
                                        "18/03/2024 10:00 01 D 00 0 Diario; con coma",
                                        "20/03/2024 08:00 00 D 14 0 Una vez",
                                        "15/04/2024 08:00 01 M 07 1 Mensual <010324>",
                                        "garbled",
                                    }));
     EXPECT_EQ(dialogs.Texts(), std::vector<std::string>{"MAL!"});
-}
 
-TEST_F(AdvancingStoredAlarms, MonthlyDriftIsWrittenBack) {
-    EntryList alarms = test::ListOf({"31/01/2023 09:00 01 M 07 0 Alquiler"});
-    AdvanceStoredAlarmDates(alarms, MakeDate(31, 1, 2023), dialogs);
-    EXPECT_EQ(alarms[1], "28/02/2023 09:00 01 M 07 0 Alquiler");
-    AdvanceStoredAlarmDates(alarms, MakeDate(28, 2, 2023), dialogs);
-    EXPECT_EQ(alarms[1], "28/03/2023 09:00 01 M 07 0 Alquiler");
+    // The drift of a monthly alarm from the 31st is written back.
+    alarms = test::ListOf({"31/01/2023 09:00 01 M 07 0 Alquiler"});
+    AdvanceStoredAlarmDates(alarms, D(31, 1, 2023), dialogs);
+    AdvanceStoredAlarmDates(alarms, D(28, 2, 2023), dialogs);
+    EXPECT_EQ(test::Items(alarms), std::vector<std::string>{"28/03/2023 09:00 01 M 07 0 Alquiler"});
 }
 
 }  // namespace

@@ -2,10 +2,10 @@
 // Short builders for the calendar tests: an alarm or a repetition by the fields these views
 // read (date, notice days, priority, text), the rest filled in as the editors would.
 
-#include <initializer_list>
 #include <string>
 
 #include "agenda/entries.h"
+#include "entry_lists.h"
 #include "store/dates.h"
 #include "store/entry_list.h"
 
@@ -17,14 +17,6 @@ inline std::string AlarmOn(Date date, const std::string& text, int notice_days =
 
 inline std::string RepetitionOn(Date date, const std::string& text, const char* time = "10:30") {
     return BuildRepetitionEntry(FormatDate(date), time, text);
-}
-
-inline EntryList Entries(std::initializer_list<std::string> entries) {
-    EntryList list;
-    for (const auto& entry : entries) {
-        list.Append(entry);
-    }
-    return list;
 }
 
 }  // namespace vt::test

@@ -5,250 +5,253 @@
 #include <chrono>
 #include <string>
 
+#include "calendar/day_menu.h"
+#include "calendar/month_names.h"
 #include "calendar_entries.h"
 
 namespace vt {
 namespace {
 
 using test::AlarmOn;
-using test::Entries;
+using test::ListOf;
 using test::RepetitionOn;
 
-// Wednesday 13 March 2024 is today throughout, unless a test says otherwise.
+Date March(int day) {
+    return MakeDate(day, 3, 2024);
+}
+
+// Wednesday 13 March 2024 is today throughout, unless a test says otherwise; its grid starts on
+// Monday 11 March, so cell i shows 11 + i March.
 class MonthGridTest : public ::testing::Test {
 protected:
-    const Date today_ = MakeDate(13, 3, 2024);
+    const Date today_ = March(13);
     EntryList alarms_;
     EntryList repetitions_;
 
     MonthGrid Fill(Date displayed) const { return FillMonthGrid(displayed, today_, alarms_, repetitions_); }
     MonthGrid FillToday() const { return Fill(today_); }
-    // The cell that shows a date in a grid starting on `start`.
-    static std::size_t CellOf(const MonthGrid& grid, Date date) {
-        return static_cast<std::size_t>((std::chrono::sys_days{date} - std::chrono::sys_days{grid.start}).count());
+    static const DayCell& CellOf(const MonthGrid& grid, Date date) {
+        const auto days = (std::chrono::sys_days{date} - std::chrono::sys_days{grid.start}).count();
+        return grid.cells.at(static_cast<std::size_t>(days));
+    }
+    // How many cells show any mark at all.
+    static int Marked(const MonthGrid& grid) {
+        int marked = 0;
+        for (const DayCell& cell : grid.cells) {
+            marked += (cell.bold || cell.underline || !cell.tag.empty()) ? 1 : 0;
+        }
+        return marked;
     }
 };
 
-TEST_F(MonthGridTest, TodaysViewStartsWithTodaysWeek) {
-    const MonthGrid grid = FillToday();
-    EXPECT_EQ(grid.displayed, today_);
-    EXPECT_EQ(grid.start, MakeDate(11, 3, 2024));
-    EXPECT_EQ(grid.caption, "MAR - 2024");
-    for (std::size_t i = 0; i < grid.cells.size(); ++i) {
-        const DayCell& cell = grid.cells[i];
-        EXPECT_EQ(cell.date, AddDays(grid.start, static_cast<int>(i))) << "cell " << i;
-        const CellColour expected = i == 2 ? CellColour::Today : i <= 20 ? CellColour::Window : CellColour::OtherMonth;
-        EXPECT_EQ(cell.colour, expected) << "cell " << i;
-        EXPECT_FALSE(cell.bold);
-        EXPECT_FALSE(cell.underline);
-        EXPECT_EQ(cell.tag, "");
+struct ShapeCase {
+    const char* name;
+    Date today;
+    Date shown;  // the date handed to the grid
+    Date displayed;
+    Date start;
+    const char* caption;
+    int first_cell;  // the cell of the month's 1st, negative when it lies before the grid
+    int month_days;
+    int today_cell;  // -1: today is not on the grid
+};
+
+class GridShape : public ::testing::TestWithParam<ShapeCase> {};
+
+// Six weeks of consecutive days from the start: the displayed month's days in the window's own
+// colour, the others grey, and today yellow wherever it lies.
+TEST_P(GridShape, CoversSixWeeksFromTheStart) {
+    const ShapeCase& c = GetParam();
+    const MonthGrid grid = FillMonthGrid(c.shown, c.today, EntryList{}, EntryList{});
+    EXPECT_EQ(grid.displayed, c.displayed);
+    EXPECT_EQ(grid.start, c.start);
+    EXPECT_EQ(grid.caption, c.caption);
+    for (int i = 0; i < 42; ++i) {
+        const DayCell& cell = grid.cells[static_cast<std::size_t>(i)];
+        EXPECT_EQ(cell.date, AddDays(c.start, i)) << "cell " << i;
+        EXPECT_EQ(cell.caption, FormatDate(cell.date).substr(0, 2)) << "cell " << i;
+        const bool in_month = i >= c.first_cell && i < c.first_cell + c.month_days;
+        EXPECT_EQ(cell.colour, i == c.today_cell ? CellColour::Today
+                               : in_month        ? CellColour::Window
+                                                 : CellColour::OtherMonth)
+            << "cell " << i;
+        EXPECT_FALSE(cell.bold || cell.underline || !cell.tag.empty()) << "cell " << i;
     }
-    EXPECT_EQ(grid.cells[0].caption, "11");
-    EXPECT_EQ(grid.cells[20].caption, "31");
-    EXPECT_EQ(grid.cells[21].caption, "01");
-    EXPECT_EQ(grid.cells[41].caption, "21");
-    EXPECT_EQ(grid.cells[41].date, MakeDate(21, 4, 2024));
 }
 
-TEST_F(MonthGridTest, NextMonthFromTodayStartsOnItsFirst) {
-    const MonthGrid grid = Fill(MoveDisplayedDate(today_, today_, 2));
-    EXPECT_EQ(grid.displayed, MakeDate(1, 4, 2024));
-    EXPECT_EQ(grid.start, MakeDate(1, 4, 2024));  // a Monday: no week before it
-    EXPECT_EQ(grid.caption, "ABR - 2024");
-    for (std::size_t i = 0; i < grid.cells.size(); ++i) {
-        EXPECT_EQ(grid.cells[i].colour, i < 30 ? CellColour::Window : CellColour::OtherMonth) << "cell " << i;
-    }
-    EXPECT_EQ(grid.cells[30].date, MakeDate(1, 5, 2024));
-}
-
-TEST_F(MonthGridTest, MinusOnTodaysViewShowsTheWholeMonth) {
-    const MonthGrid grid = Fill(MoveDisplayedDate(today_, today_, 1));
-    EXPECT_EQ(grid.displayed, MakeDate(1, 3, 2024));
-    EXPECT_EQ(grid.start, MakeDate(26, 2, 2024));
-    EXPECT_EQ(grid.cells[0].colour, CellColour::OtherMonth);
-    EXPECT_EQ(grid.cells[3].colour, CellColour::OtherMonth);  // 29 February
-    EXPECT_EQ(grid.cells[4].colour, CellColour::Window);      // 1 March
-    EXPECT_EQ(grid.cells[16].date, today_);
-    EXPECT_EQ(grid.cells[16].colour, CellColour::Today);
-    EXPECT_EQ(grid.cells[35].colour, CellColour::OtherMonth);  // 1 April
-}
-
-TEST_F(MonthGridTest, MinusWhenTodayIsTheFirstGoesToThePreviousMonth) {
-    const Date first = MakeDate(1, 3, 2024);
-    const Date moved = MoveDisplayedDate(first, first, 1);
-    const MonthGrid grid = FillMonthGrid(moved, first, alarms_, repetitions_);
-    EXPECT_EQ(grid.displayed, MakeDate(1, 2, 2024));
-    EXPECT_EQ(grid.start, MakeDate(29, 1, 2024));
-    EXPECT_EQ(grid.caption, "FEB - 2024");
-    EXPECT_EQ(grid.cells[CellOf(grid, first)].colour, CellColour::Today);  // today is shown even on another month
-}
-
-TEST_F(MonthGridTest, AnyOtherDayIsNormalisedToTheFirst) {
-    const MonthGrid grid = Fill(MakeDate(20, 9, 2024));
-    EXPECT_EQ(grid.displayed, MakeDate(1, 9, 2024));
-    EXPECT_EQ(grid.start, MakeDate(26, 8, 2024));  // 1 September 2024 is a Sunday
-    EXPECT_EQ(grid.caption, "SEP - 2024");
-    EXPECT_EQ(grid.cells[6].colour, CellColour::Window);
-    EXPECT_EQ(grid.cells[5].colour, CellColour::OtherMonth);
-}
-
-TEST_F(MonthGridTest, AcrossTheYearEnd) {
-    const Date new_years_eve = MakeDate(30, 12, 2024);  // a Monday
-    const MonthGrid grid = FillMonthGrid(new_years_eve, new_years_eve, alarms_, repetitions_);
-    EXPECT_EQ(grid.start, new_years_eve);
-    EXPECT_EQ(grid.caption, "DIC - 2024");
-    EXPECT_EQ(grid.cells[0].colour, CellColour::Today);
-    EXPECT_EQ(grid.cells[1].colour, CellColour::Window);
-    EXPECT_EQ(grid.cells[2].date, MakeDate(1, 1, 2025));
-    EXPECT_EQ(grid.cells[2].colour, CellColour::OtherMonth);
-}
+// "+" from today's view goes to April, shown from its 1st, a Monday with no week before it;
+// "-" on today's view shows the whole month, and when today is the 1st the month before; a
+// month whose 1st is a Sunday starts six days earlier.
+INSTANTIATE_TEST_SUITE_P(
+    Views, GridShape,
+    ::testing::Values(ShapeCase{"TodaysView", March(13), March(13), March(13), March(11), "MAR - 2024", -10, 31, 2},
+                      ShapeCase{"PlusFromToday", March(13), MoveDisplayedDate(March(13), March(13), 2),
+                                MakeDate(1, 4, 2024), MakeDate(1, 4, 2024), "ABR - 2024", 0, 30, -1},
+                      ShapeCase{"MinusFromToday", March(13), MoveDisplayedDate(March(13), March(13), 1), March(1),
+                                MakeDate(26, 2, 2024), "MAR - 2024", 4, 31, 16},
+                      ShapeCase{"MinusWhenTodayIsTheFirst", March(1), MoveDisplayedDate(March(1), March(1), 1),
+                                MakeDate(1, 2, 2024), MakeDate(29, 1, 2024), "FEB - 2024", 3, 29, 32},
+                      ShapeCase{"FirstOnASunday", March(13), MakeDate(20, 9, 2024), MakeDate(1, 9, 2024),
+                                MakeDate(26, 8, 2024), "SEP - 2024", 6, 30, -1}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(MonthGridTest, RepetitionsUnderlineAlarmsBoldAndTheTagListsRepetitionsFirst) {
-    const Date day = MakeDate(20, 3, 2024);
-    alarms_ = Entries({AlarmOn(day, "A")});
-    repetitions_ = Entries({RepetitionOn(day, "R")});
-    const MonthGrid grid = FillToday();
-    const DayCell& cell = grid.cells[9];
-    ASSERT_EQ(cell.date, day);
-    EXPECT_TRUE(cell.bold);
-    EXPECT_TRUE(cell.underline);
-    EXPECT_EQ(cell.tag, "R // A // ");
-}
-
-TEST_F(MonthGridTest, SeveralEntriesKeepTheirListOrder) {
-    const Date day = MakeDate(20, 3, 2024);
-    const Date other = MakeDate(21, 3, 2024);
-    alarms_ = Entries({AlarmOn(day, "A1"), AlarmOn(other, "X"), AlarmOn(day, "A2")});
-    repetitions_ = Entries({RepetitionOn(day, "R1", "18:00"), RepetitionOn(day, "R2", "08:00")});
+    alarms_ = ListOf({AlarmOn(March(20), "A1"), BuildAlarmEntry("21/03/2024", "09:00", 1, "M", 7, "0", "X"),
+                      AlarmOn(March(20), "A2"), AlarmOn(March(22), "Reunión, año (2000)")});
+    repetitions_ = ListOf(
+        {RepetitionOn(March(20), "R1", "18:00"), RepetitionOn(March(20), "R2", "08:00"), RepetitionOn(March(14), "R")});
     const MonthGrid grid = FillToday();
     EXPECT_EQ(grid.cells[9].tag, "R1 // R2 // A1 // A2 // ");
+    EXPECT_TRUE(grid.cells[9].bold);
+    EXPECT_TRUE(grid.cells[9].underline);
     EXPECT_EQ(grid.cells[10].tag, "X // ");
-    EXPECT_TRUE(grid.cells[10].bold);
     EXPECT_FALSE(grid.cells[10].underline);
-}
-
-TEST_F(MonthGridTest, OnlyRepetitionsGiveNoBold) {
-    repetitions_ = Entries({RepetitionOn(MakeDate(14, 3, 2024), "R")});
-    const MonthGrid grid = FillToday();
-    const DayCell& cell = grid.cells[3];
-    EXPECT_TRUE(cell.underline);
-    EXPECT_FALSE(cell.bold);
-    EXPECT_EQ(cell.tag, "R // ");
+    EXPECT_EQ(grid.cells[11].tag, "Reunión; año (24) // ");
+    EXPECT_EQ(grid.cells[3].tag, "R // ");
+    EXPECT_FALSE(grid.cells[3].bold);
+    // Only the stored date is marked: 21 April, on the grid too, is not the monthly alarm's.
+    EXPECT_EQ(Marked(grid), 4);
 }
 
 TEST_F(MonthGridTest, AlarmTagsDropTheStartDateAndCountYearsForTheCellsYear) {
-    // The view is December 2024; the first alarm's cell lies in January 2025.
-    alarms_ = Entries({AlarmOn(MakeDate(3, 1, 2025), "Boda (1998) <010124>"),
-                       AlarmOn(MakeDate(20, 12, 2024), "Boda (1998) y (1998)")});
+    // The view is December 2024; the first alarm's cell lies in January 2025. An alarm is not
+    // shown on a day before its start date.
+    alarms_ = ListOf(
+        {AlarmOn(MakeDate(3, 1, 2025), "Boda (1998) <010124>"), AlarmOn(MakeDate(20, 12, 2024), "Boda (1998) y (1998)"),
+         AlarmOn(MakeDate(21, 12, 2024), "Curso <221224>"), AlarmOn(MakeDate(23, 12, 2024), "Curso <221224>")});
     const MonthGrid grid = Fill(MakeDate(5, 12, 2024));
-    ASSERT_EQ(grid.cells[41].date, MakeDate(5, 1, 2025));
-    EXPECT_EQ(grid.cells[CellOf(grid, MakeDate(3, 1, 2025))].tag, "Boda (27) // ");
-    EXPECT_EQ(grid.cells[CellOf(grid, MakeDate(20, 12, 2024))].tag, "Boda (26) y (26) // ");
+    EXPECT_EQ(CellOf(grid, MakeDate(3, 1, 2025)).tag, "Boda (27) // ");
+    EXPECT_EQ(CellOf(grid, MakeDate(20, 12, 2024)).tag, "Boda (26) y (26) // ");
+    EXPECT_FALSE(CellOf(grid, MakeDate(21, 12, 2024)).bold);
+    EXPECT_EQ(CellOf(grid, MakeDate(21, 12, 2024)).tag, "");
+    EXPECT_EQ(CellOf(grid, MakeDate(23, 12, 2024)).tag, "Curso // ");
 }
 
-TEST_F(MonthGridTest, PriorityGreenOverridesTodayAndOtherMonth) {
-    alarms_ = Entries({AlarmOn(today_, "P", 14, "1"), AlarmOn(MakeDate(2, 4, 2024), "Q", 14, "1"),
-                       AlarmOn(MakeDate(20, 3, 2024), "N", 14, "0"), AlarmOn(MakeDate(21, 3, 2024), "E", 14, "2")});
-    const MonthGrid grid = FillToday();
-    EXPECT_EQ(grid.cells[2].colour, CellColour::Priority);
-    EXPECT_EQ(grid.cells[22].colour, CellColour::Priority);  // 2 April
-    EXPECT_EQ(grid.cells[9].colour, CellColour::Window);     // an ordinary alarm leaves the colour alone
-    EXPECT_TRUE(grid.cells[9].bold);
-    EXPECT_EQ(grid.cells[10].colour, CellColour::Window);  // only "1" is high priority, not any other flag
-}
-
-TEST_F(MonthGridTest, ANormalAlarmTodayStaysYellow) {
-    alarms_ = Entries({AlarmOn(today_, "N")});
-    EXPECT_EQ(FillToday().cells[2].colour, CellColour::Today);
+TEST_F(MonthGridTest, OnlyPriorityOneTurnsACellGreenOverTodayAndOtherMonth) {
+    alarms_ = ListOf({AlarmOn(today_, "P", 14, "1"), AlarmOn(MakeDate(2, 4, 2024), "Q", 14, "1"),
+                      AlarmOn(March(20), "N", 14, "0"), AlarmOn(March(21), "E", 14, "2")});
+    EXPECT_EQ(FillToday().cells[2].colour, CellColour::Priority);
+    EXPECT_EQ(FillToday().cells[22].colour, CellColour::Priority);  // 2 April
+    EXPECT_EQ(FillToday().cells[9].colour, CellColour::Window);
+    EXPECT_EQ(FillToday().cells[10].colour, CellColour::Window);
+    alarms_ = ListOf({AlarmOn(today_, "N")});
+    EXPECT_EQ(FillToday().cells[2].colour, CellColour::Today);  // an ordinary alarm today stays yellow
 }
 
 TEST_F(MonthGridTest, AlarmsMarkedWithAMinusStayOffTheGrid) {
-    const Date day = MakeDate(20, 3, 2024);
-    alarms_ = Entries({AlarmOn(day, "-Secreta", 14, "1"), AlarmOn(MakeDate(21, 3, 2024), "Visible -no"),
-                       AlarmOn(MakeDate(22, 3, 2024), " -con blanco")});
-    repetitions_ = Entries({RepetitionOn(MakeDate(23, 3, 2024), "-Recordatorio")});
+    alarms_ = ListOf({AlarmOn(March(20), "-Secreta", 14, "1"), AlarmOn(March(21), "Visible -no"),
+                      AlarmOn(March(22), " -con blanco")});
+    repetitions_ = ListOf({RepetitionOn(March(23), "-Recordatorio")});
     const MonthGrid grid = FillToday();
     EXPECT_FALSE(grid.cells[9].bold);
     EXPECT_EQ(grid.cells[9].tag, "");
     EXPECT_EQ(grid.cells[9].colour, CellColour::Window);  // not even its priority shows
     EXPECT_EQ(grid.cells[10].tag, "Visible -no // ");
-    // Only a "-" in first place is the mark.
-    EXPECT_EQ(grid.cells[11].tag, " -con blanco // ");
+    EXPECT_EQ(grid.cells[11].tag, " -con blanco // ");  // only a "-" in first place is the mark
     // The mark belongs to alarms; a repetition's text is shown whatever it begins with.
     EXPECT_EQ(grid.cells[12].tag, "-Recordatorio // ");
-    EXPECT_TRUE(grid.cells[12].underline);
 }
 
-TEST_F(MonthGridTest, OnlyTheStoredDateIsMarked) {
-    // A monthly alarm on today: 13 April is on the grid too but is not marked.
-    alarms_ = Entries({BuildAlarmEntry("13/03/2024", "09:00", 1, "M", 7, "0", "Mensual")});
-    const MonthGrid grid = FillToday();
-    EXPECT_TRUE(grid.cells[2].bold);
-    EXPECT_FALSE(grid.cells[CellOf(grid, MakeDate(13, 4, 2024))].bold);
-}
-
-TEST_F(MonthGridTest, FirstAndLastCellsAreMarkedAndTheDaysAroundThemAreNot) {
-    alarms_ = Entries({AlarmOn(MakeDate(10, 3, 2024), "antes"), AlarmOn(MakeDate(11, 3, 2024), "primera"),
-                       AlarmOn(MakeDate(21, 4, 2024), "ultima"), AlarmOn(MakeDate(22, 4, 2024), "despues")});
-    repetitions_ =
-        Entries({RepetitionOn(MakeDate(10, 3, 2024), "r antes"), RepetitionOn(MakeDate(22, 4, 2024), "r despues")});
+TEST_F(MonthGridTest, OnlyDaysOnTheGridAreMarkedAndWhatDoesNotReadIsPassedOver) {
+    alarms_ =
+        ListOf({AlarmOn(March(10), "antes"), AlarmOn(March(11), "primera"), AlarmOn(MakeDate(21, 4, 2024), "ultima"),
+                AlarmOn(MakeDate(22, 4, 2024), "despues"), AlarmOn(MakeDate(20, 3, 2023), "otro año"),
+                "31/02/2024 09:00 00 D 14 0 Imposible", "basura", ""});
+    repetitions_ = ListOf({RepetitionOn(March(10), "r antes"), RepetitionOn(MakeDate(20, 3, 2025), "otro año"),
+                           "20-03-2024 10:00 guiones", "20/03/24   10:00 corta", "x"});
     const MonthGrid grid = FillToday();
     EXPECT_EQ(grid.cells[0].tag, "primera // ");
     EXPECT_EQ(grid.cells[41].tag, "ultima // ");
-    int marked = 0;
-    for (const DayCell& cell : grid.cells) {
-        marked += (cell.bold || cell.underline || !cell.tag.empty()) ? 1 : 0;
+    EXPECT_EQ(Marked(grid), 2);
+}
+
+// ---- navigation ------------------------------------------------------------------------------
+
+struct MoveCase {
+    const char* what;
+    Date displayed;
+    Date today;
+    int button;
+    Date expected;
+};
+
+class MoveDisplayed : public ::testing::TestWithParam<MoveCase> {};
+
+TEST_P(MoveDisplayed, GivesTheNextDisplayedDate) {
+    const MoveCase& c = GetParam();
+    EXPECT_EQ(MoveDisplayedDate(c.displayed, c.today, c.button), c.expected) << c.what;
+}
+
+const Date kToday = March(13);
+
+// Buttons: 0 "<<", 1 "-", 2 "+", 3 ">>", 4 today.
+INSTANTIATE_TEST_SUITE_P(
+    Buttons, MoveDisplayed,
+    ::testing::Values(MoveCase{"<< from 29 February", MakeDate(29, 2, 2024), kToday, 0, MakeDate(28, 2, 2023)},
+                      MoveCase{">> into a leap year stays on the 28th", MakeDate(28, 2, 2023), kToday, 3,
+                               MakeDate(28, 2, 2024)},
+                      MoveCase{"+ from 31 January, leap year", MakeDate(31, 1, 2024), kToday, 2, MakeDate(29, 2, 2024)},
+                      MoveCase{"+ from 31 March", March(31), kToday, 2, MakeDate(30, 4, 2024)},
+                      MoveCase{"+ across the year", MakeDate(1, 12, 2024), kToday, 2, MakeDate(1, 1, 2025)},
+                      MoveCase{"- on today's view at the month's end", March(31), March(31), 1, March(1)},
+                      MoveCase{"- on a 1st that is not today", March(1), kToday, 1, MakeDate(1, 2, 2024)},
+                      MoveCase{"- on a day that is not today clamps", March(31), kToday, 1, MakeDate(29, 2, 2024)},
+                      MoveCase{"- across the year", MakeDate(1, 1, 2025), kToday, 1, MakeDate(1, 12, 2024)},
+                      MoveCase{"centre button", MakeDate(1, 7, 2031), kToday, 4, kToday},
+                      MoveCase{"unknown button", MakeDate(1, 7, 2031), kToday, 5, MakeDate(1, 7, 2031)},
+
+                      MoveCase{"<< stops at year 1", MakeDate(1, 6, 1), kToday, 0, MakeDate(1, 6, 1)},
+
+                      MoveCase{"+ stops at year 9999", MakeDate(1, 12, 9999), kToday, 2, MakeDate(1, 12, 9999)}));
+
+// ---- month names ------------------------------------------------------------------------------
+
+TEST(MonthNames, BothLanguagesFullAndShort) {
+    std::string names[4];
+    for (int month = 1; month <= 12; ++month) {
+        const Date date = MakeDate(15, month, 2024);
+        names[0] += MonthName(date, false, "C") + " ";
+        names[1] += MonthName(month, true, "C") + " ";
+        names[2] += MonthName(date, false, "E") + " ";
+        names[3] += MonthName(month, true, "E") + " ";
     }
-    EXPECT_EQ(marked, 2);
-}
-
-TEST_F(MonthGridTest, TheSameDayInAnotherYearIsNotMarked) {
-    alarms_ = Entries({AlarmOn(MakeDate(20, 3, 2023), "otro año")});
-    repetitions_ = Entries({RepetitionOn(MakeDate(20, 3, 2025), "otro año")});
-    EXPECT_EQ(FillToday().cells[9].tag, "");
-}
-
-TEST_F(MonthGridTest, EntriesWhoseDateDoesNotReadArePassedOver) {
-    const Date day = MakeDate(20, 3, 2024);
-    alarms_ = Entries({"31/02/2024 09:00 00 D 14 0 Imposible", "basura", "", AlarmOn(day, "buena")});
-    repetitions_ = Entries({"20-03-2024 10:00 guiones", "20/03/24   10:00 corta", "x", RepetitionOn(day, "buena")});
-    const MonthGrid grid = FillToday();
-    EXPECT_EQ(grid.cells[9].tag, "buena // buena // ");
-    int marked = 0;
-    for (const DayCell& cell : grid.cells) {
-        marked += (cell.bold || cell.underline) ? 1 : 0;
+    EXPECT_EQ(names[0], "ENERO FEBRERO MARZO ABRIL MAYO JUNIO JULIO AGOSTO SEPTIEMBRE OCTUBRE NOVIEMBRE DICIEMBRE ");
+    EXPECT_EQ(names[1], "ENE FEB MAR ABR MAY JUN JUL AGO SEP OCT NOV DIC ");
+    EXPECT_EQ(names[2],
+              "URTARRILA OTSAILA MARTXOA APIRILA MAIATZA EKAINA UZTAILA ABUZTUA IRAILA URRIA AZAROA ABENDUA ");
+    EXPECT_EQ(names[3], "URT OTS MAR API MAI EKA UZT ABU IRA URR AZA ABE ");
+    // Only a capital "E" is Basque, and there is no thirteenth month.
+    for (const char* other : {"", "e", "EU", "S"}) {
+        EXPECT_EQ(MonthName(MakeDate(1, 5, 2024), false, other), "MAYO") << "language \"" << other << "\"";
     }
-    EXPECT_EQ(marked, 1);
+    EXPECT_EQ(MonthName(0, false, "C"), "");
+    EXPECT_EQ(MonthName(13, true, "E"), "");
 }
 
-TEST_F(MonthGridTest, AccentedTextsAreCarriedWhole) {
-    alarms_ = Entries({AlarmOn(MakeDate(20, 3, 2024), "Reunión, año (2000)")});
-    EXPECT_EQ(FillToday().cells[9].tag, "Reunión; año (24) // ");
-}
+// ---- the day menu ----------------------------------------------------------------------------
 
-TEST(CellColours, FixedColoursAndTheWindowsOwn) {
-    EXPECT_EQ(FixedCellRgb(CellColour::OtherMonth), (Rgb{204, 204, 204}));
-    EXPECT_EQ(FixedCellRgb(CellColour::Today), (Rgb{255, 255, 192}));
-    EXPECT_EQ(FixedCellRgb(CellColour::Priority), (Rgb{192, 255, 192}));
-    EXPECT_EQ(FixedCellRgb(CellColour::Window), std::nullopt);
-}
-
-}  // namespace
-}  // namespace vt
-
-namespace vt {
-namespace {
-
-TEST(MonthGridStartDate, AnAlarmIsNotShownOnADayBeforeItsStartDate) {
-    const Date today = MakeDate(13, 3, 2024);
-    const EntryList alarms = test::Entries({test::AlarmOn(MakeDate(14, 3, 2024), "Curso <200324>"),
-                                            test::AlarmOn(MakeDate(21, 3, 2024), "Curso <200324>")});
-    const MonthGrid grid = FillMonthGrid(today, today, alarms, EntryList{});
-    // Cell 0 is Monday 11 March.
-    EXPECT_FALSE(grid.cells[3].bold) << "14 March comes before the start date";
-    EXPECT_EQ(grid.cells[3].tag, "");
-    EXPECT_TRUE(grid.cells[10].bold);
-    EXPECT_EQ(grid.cells[10].tag, "Curso // ");
+TEST(DayMenu, AlarmsComeBeforeRepetitionsWithTheirListPlaces) {
+    const Date day = MakeDate(5, 3, 2024);
+    const Date other = MakeDate(6, 3, 2024);
+    // Hidden "-" alarms are offered too, and entries whose date does not read are passed over.
+    const EntryList alarms = ListOf({AlarmOn(other, "no"), AlarmOn(day, "Boda (1998) <010124>", 14, "1"),
+                                     "05/13/2024 09:00 00 D 14 0 mes 13", AlarmOn(day, "-Oculta")});
+    const EntryList repetitions =
+        ListOf({RepetitionOn(day, "Dentista", "10:30"), "5-3-2024 10:00 x", RepetitionOn(day, "Pan", "08:05")});
+    const DayMenu menu = BuildDayMenu(day, alarms, repetitions);
+    EXPECT_EQ(menu.date_caption, "05/03/2024");
+    // Alarms show their full stored text: the tag and the anniversary year as typed.
+    const std::vector<DayMenuRow> expected{{"ALA", 2, "[ALA] Boda (1998) <010124>"},
+                                           {"ALA", 4, "[ALA] -Oculta"},
+                                           {"REP", 1, "[REP] 10:30 Dentista"},
+                                           {"REP", 3, "[REP] 08:05 Pan"}};
+    EXPECT_EQ(menu.rows, expected);
+    EXPECT_TRUE(menu.separator);
+    // The separator comes with the first row; a day without entries offers only its date.
+    EXPECT_TRUE(BuildDayMenu(day, EntryList{}, ListOf({RepetitionOn(day, "R")})).separator);
+    const DayMenu empty = BuildDayMenu(other, ListOf({AlarmOn(day, "x")}), repetitions);
+    EXPECT_TRUE(empty.rows.empty());
+    EXPECT_FALSE(empty.separator);
 }
 
 }  // namespace

@@ -1,265 +1,117 @@
 // The weekly schedule dialog's wiring: what it shows on opening, which keys and buttons accept
-// or cancel it, and what "Aceptar" hands back. The time rules are the core's and TimeBox's.
-#include <QApplication>
-#include <QCheckBox>
-#include <QLabel>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
-#include <QTimer>
+// or cancel it, and what "Aceptar" hands back. The time rules are the core's and TimeBox's; the
+// modal entry point is exercised through the main window's "Configuración".
 #include <array>
-#include <memory>
-#include <string>
 
-#include "scripted_dialogs.h"
+#include "qt_test_support.h"
 #include "shell/config_dialog.h"
-#include "shell/qt_time_box.h"
-#include "store/entry_rules.h"
 
 using vt::FrmConfig;
+using vt::test::FocusOn;
 using Week = std::array<std::string, 8>;
-
-class ConfigDialogTest : public QObject {
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup();
-
-    void showsTheScheduleItWasGiven();
-    void rowsAndButtonsAreNamedAndCaptioned();
-    void keysActOnTheDialog_data();
-    void keysActOnTheDialog();
-    void tickedMeansContinuous();
-    void cancelarKeepsTheSchedule();
-    void refusedSundayKeepsTheDialogOpen_data();
-    void refusedSundayKeepsTheDialogOpen();
-    void editChangesTheScheduleOnlyWhenAccepted_data();
-    void editChangesTheScheduleOnlyWhenAccepted();
-
-private:
-    void enter(QWidget* control);
-
-    std::unique_ptr<vt::test::ScriptedDialogs> m_dialogs;
-    std::unique_ptr<FrmConfig> m_dialog;
-};
 
 namespace {
 const Week kHours{"", "08:00", "07:30", "06:00", "09:15", "05:00", "00:00", "23:59"};
 // "X" is no mode the dialog knows: it shows unticked.
 const Week kModes{"", "C", "P", "C", "P", "C", "P", "X"};
-
-bool ShowActive(QWidget& window) {
-    window.show();
-    window.activateWindow();
-    return QTest::qWaitForWindowActive(&window);
-}
-
-QStringList Texts(const vt::test::ScriptedDialogs& dialogs) {
-    QStringList texts;
-    for (const std::string& text : dialogs.Texts()) {
-        texts << QString::fromStdString(text);
-    }
-    return texts;
-}
 }  // namespace
 
-void ConfigDialogTest::init() {
-    m_dialogs = std::make_unique<vt::test::ScriptedDialogs>();
-    m_dialog = std::make_unique<FrmConfig>(*m_dialogs);
-    m_dialog->load(kHours, kModes);
-    QVERIFY(ShowActive(*m_dialog));
-}
+class ConfigDialogTest : public QObject {
+    Q_OBJECT
 
-void ConfigDialogTest::cleanup() {
-    m_dialog.reset();
-    m_dialogs.reset();
-}
+    vt::test::ScriptedDialogs m_dialogs;
+    std::unique_ptr<FrmConfig> m_dialog;
 
-void ConfigDialogTest::enter(QWidget* control) {
-    control->setFocus(Qt::TabFocusReason);
-    QTRY_VERIFY(control->hasFocus());
-}
+private slots:
+    void init() {
+        m_dialogs = {};
+        m_dialog = std::make_unique<FrmConfig>(m_dialogs);
+        m_dialog->load(kHours, kModes);
+        QVERIFY(vt::test::ShowActive(*m_dialog));
+    }
+    void cleanup() { m_dialog.reset(); }
 
-void ConfigDialogTest::showsTheScheduleItWasGiven() {
-    for (int row = 0; row < 7; ++row) {
-        const auto day = static_cast<size_t>(row + 1);
-        const QString hours = QString::fromStdString(kHours[day]);
+    void rowsShowTheScheduleAndAreNamed() {
+        QCOMPARE(m_dialog->objectName(), u"frmConfig"_s);
+        QCOMPARE(m_dialog->windowTitle(), u"Configuración"_s);
+        QStringList rows;
+        for (int row = 0; row < 7; ++row) {
+            const auto* label = m_dialog->findChild<QLabel*>(u"lblDia(%1)"_s.arg(row));
+            const auto* box = m_dialog->findChild<vt::TimeBox*>(u"txtHora(%1)"_s.arg(row));
+            const auto* check = m_dialog->findChild<QCheckBox*>(u"chkContinua(%1)"_s.arg(row));
+            QCOMPARE(label->buddy(), box);
+            rows << label->text() + u' ' + box->storedValue() + u' ' + check->text() +
+                        (check->isChecked() ? u" X"_s : QString());
+        }
+        QCOMPARE(rows, (QStringList{"Lunes: 08:00 Jornada continua X", "Martes: 07:30 Jornada continua",
+                                    "Miércoles: 06:00 Jornada continua X", "Jueves: 09:15 Jornada continua",
+                                    "Viernes: 05:00 Jornada continua X", "Sábado 00:00 Jornada continua",
+                                    "Domingo 23:59 Jornada continua"}));
         // The first box has the focus, and with it its digits.
-        const QString shown = row == 0 ? QString(hours).remove(QLatin1Char(':')) : hours;
-        QCOMPARE(m_dialog->txtHora(row)->text(), shown);
-        QCOMPARE(m_dialog->txtHora(row)->storedValue(), hours);
-        QCOMPARE(m_dialog->chkContinua(row)->isChecked(), kModes[day] == "C");
-    }
-}
-
-void ConfigDialogTest::rowsAndButtonsAreNamedAndCaptioned() {
-    QCOMPARE(m_dialog->objectName(), QStringLiteral("frmConfig"));
-    QCOMPARE(m_dialog->windowTitle(), QStringLiteral("Configuración"));
-    const QStringList labels{"Lunes:", "Martes:", "Miércoles:", "Jueves:", "Viernes:", "Sábado", "Domingo"};
-    for (int row = 0; row < 7; ++row) {
-        const auto* label = m_dialog->findChild<QLabel*>(QStringLiteral("lblDia(%1)").arg(row));
-        QVERIFY(label != nullptr);
-        QCOMPARE(label->text(), labels.at(row));
-        QCOMPARE(label->buddy(), m_dialog->txtHora(row));
-        QCOMPARE(m_dialog->findChild<vt::TimeBox*>(QStringLiteral("txtHora(%1)").arg(row)), m_dialog->txtHora(row));
-        const auto* check = m_dialog->findChild<QCheckBox*>(QStringLiteral("chkContinua(%1)").arg(row));
-        QCOMPARE(check, m_dialog->chkContinua(row));
-        QCOMPARE(check->text(), QStringLiteral("Jornada continua"));
-    }
-    QCOMPARE(m_dialog->findChild<QPushButton*>(QStringLiteral("cmdAceptar"))->text(), QStringLiteral("Aceptar"));
-    QCOMPARE(m_dialog->findChild<QPushButton*>(QStringLiteral("cmdCancelar"))->text(), QStringLiteral("Cancelar"));
-}
-
-void ConfigDialogTest::keysActOnTheDialog_data() {
-    QTest::addColumn<QString>("focus");  // the control that holds the focus
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<bool>("accepted");
-
-    QTest::newRow("Return in a time box being typed") << "txtHora(3)" << Qt::Key_Return << true;
-    QTest::newRow("keypad Enter in a time box") << "txtHora(3)" << Qt::Key_Enter << true;
-    QTest::newRow("Escape in a time box being typed") << "txtHora(3)" << Qt::Key_Escape << false;
-    QTest::newRow("Return on a check box") << "chkContinua(2)" << Qt::Key_Return << true;
-    QTest::newRow("Escape on a check box") << "chkContinua(2)" << Qt::Key_Escape << false;
-    QTest::newRow("Return on Cancelar") << "cmdCancelar" << Qt::Key_Return << true;
-    QTest::newRow("Escape on Aceptar") << "cmdAceptar" << Qt::Key_Escape << false;
-}
-
-void ConfigDialogTest::keysActOnTheDialog() {
-    QFETCH(QString, focus);
-    QFETCH(Qt::Key, key);
-    QFETCH(bool, accepted);
-    QSignalSpy acceptedSpy(m_dialog.get(), &QDialog::accepted);
-    QSignalSpy rejectedSpy(m_dialog.get(), &QDialog::rejected);
-    // Thursday's box is typed into first, so that a key reaching it instead of the dialog
-    // would undo or keep the edit rather than close anything.
-    enter(m_dialog->txtHora(3));
-    QTest::keyClicks(m_dialog->txtHora(3), QStringLiteral("745"));
-    auto* control = m_dialog->findChild<QWidget*>(focus);
-    QVERIFY(control != nullptr);
-    enter(control);
-
-    QTest::keyClick(control, key);
-
-    QCOMPARE(acceptedSpy.count(), accepted ? 1 : 0);
-    QCOMPARE(rejectedSpy.count(), accepted ? 0 : 1);
-    QVERIFY(!m_dialog->isVisible());
-    QCOMPARE(m_dialog->dayHours()[4], accepted ? std::string("07:45") : kHours[4]);
-    QVERIFY(m_dialogs->Shown().empty());
-}
-
-void ConfigDialogTest::tickedMeansContinuous() {
-    // Every day flipped: what was "C" becomes "P", and the rest (the unknown "X" too) "C".
-    for (int row = 0; row < 7; ++row) {
-        QCheckBox* check = m_dialog->chkContinua(row);
-        check->setChecked(!check->isChecked());
+        QCOMPARE(m_dialog->txtHora(0)->text(), u"0800"_s);
+        QCOMPARE(m_dialog->txtHora(6)->text(), u"23:59"_s);
+        QCOMPARE(vt::test::ButtonRows(*m_dialog), (QStringList{"cmdAceptar=Aceptar+", "cmdCancelar=Cancelar+"}));
     }
 
-    QTest::mouseClick(m_dialog->findChild<QPushButton*>(QStringLiteral("cmdAceptar")), Qt::LeftButton);
+    // Thursday's box is typed into first, so that a key reaching it instead of the dialog would
+    // undo or keep the edit rather than close anything. "Aceptar" hands back every row.
+    void keysAndButtonsActOnTheDialog_data() {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<int>("key");  // 0 for a click
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("Return in a time box being typed") << u"txtHora(3)"_s << int(Qt::Key_Return) << true;
+        QTest::newRow("Escape in a time box being typed") << u"txtHora(3)"_s << int(Qt::Key_Escape) << false;
+        QTest::newRow("Return on a check box") << u"chkContinua(2)"_s << int(Qt::Key_Return) << true;
+        QTest::newRow("Return on Cancelar") << u"cmdCancelar"_s << int(Qt::Key_Return) << true;
+        QTest::newRow("Escape on Aceptar") << u"cmdAceptar"_s << int(Qt::Key_Escape) << false;
+        QTest::newRow("click on Cancelar") << u"cmdCancelar"_s << 0 << false;
+        QTest::newRow("click on Aceptar") << u"cmdAceptar"_s << 0 << true;
+    }
+    void keysAndButtonsActOnTheDialog() {
+        QFETCH(QString, control);
+        QFETCH(int, key);
+        QFETCH(bool, accepted);
+        // Every day flipped: what was "C" becomes "P", and the rest (the unknown "X" too) "C".
+        for (int row = 0; row < 7; ++row) {
+            m_dialog->chkContinua(row)->setChecked(!m_dialog->chkContinua(row)->isChecked());
+        }
+        QVERIFY(FocusOn(m_dialog->txtHora(3)));
+        QTest::keyClicks(m_dialog->txtHora(3), u"745"_s);
+        QWidget* target = vt::test::Child(*m_dialog, control);
+        QVERIFY(FocusOn(target));
 
-    QCOMPARE(m_dialog->result(), int{QDialog::Accepted});
-    QCOMPARE(m_dialog->dayModes(), (Week{"", "P", "C", "P", "C", "P", "C", "C"}));
-    QCOMPARE(m_dialog->dayHours(), kHours);
-}
+        if (key == 0) {
+            QTest::mouseClick(target, Qt::LeftButton);
+        } else {
+            QTest::keyClick(target, Qt::Key(key));
+        }
 
-void ConfigDialogTest::cancelarKeepsTheSchedule() {
-    m_dialog->chkContinua(0)->setChecked(false);
-    enter(m_dialog->txtHora(0));
-    QTest::keyClicks(m_dialog->txtHora(0), QStringLiteral("1"));
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_dialog->result(), accepted ? int(QDialog::Accepted) : int(QDialog::Rejected));
+        Week hours = kHours;
+        hours[4] = "07:45";
+        QCOMPARE(m_dialog->dayHours(), accepted ? hours : kHours);
+        const Week flipped{"", "P", "C", "P", "C", "P", "C", "C"};
+        QCOMPARE(m_dialog->dayModes(), accepted ? flipped : kModes);
+        QVERIFY(m_dialogs.Shown().empty());
+    }
 
-    QTest::mouseClick(m_dialog->findChild<QPushButton*>(QStringLiteral("cmdCancelar")), Qt::LeftButton);
+    // The Sunday row's refusal keeps the dialog open, the focus in its box and every row unchanged.
+    void refusedTimeKeepsTheDialogOpen() {
+        vt::TimeBox* sunday = m_dialog->txtHora(6);
+        QVERIFY(FocusOn(sunday));
+        QTest::keyClicks(sunday, u"2500"_s);
 
-    QCOMPARE(m_dialog->result(), int{QDialog::Rejected});
-    QVERIFY(!m_dialog->isVisible());
-    QCOMPARE(m_dialog->dayHours(), kHours);
-    QCOMPARE(m_dialog->dayModes(), kModes);
-}
-
-void ConfigDialogTest::refusedSundayKeepsTheDialogOpen_data() {
-    QTest::addColumn<QString>("how");
-
-    QTest::newRow("Enter") << "enter";
-    QTest::newRow("click on Aceptar") << "click";
-}
-
-// The earlier rows are fine and one was even changed; the Sunday row's refusal keeps them all.
-void ConfigDialogTest::refusedSundayKeepsTheDialogOpen() {
-    QFETCH(QString, how);
-    m_dialog->chkContinua(0)->setChecked(false);
-    enter(m_dialog->txtHora(0));
-    QTest::keyClicks(m_dialog->txtHora(0), QStringLiteral("7"));
-    vt::TimeBox* sunday = m_dialog->txtHora(6);
-    enter(sunday);
-    QTest::keyClicks(sunday, QStringLiteral("2500"));
-    QSignalSpy acceptedSpy(m_dialog.get(), &QDialog::accepted);
-
-    if (how == QLatin1String("enter")) {
         QTest::keyClick(sunday, Qt::Key_Return);
-    } else {
-        QTest::mouseClick(m_dialog->findChild<QPushButton*>(QStringLiteral("cmdAceptar")), Qt::LeftButton);
+        QCoreApplication::processEvents();
+
+        QVERIFY(m_dialog->isVisible());
+        QCOMPARE(m_dialogs.Shown().size(), size_t{1});
+        QTRY_VERIFY(sunday->hasFocus());
+        QCOMPARE(sunday->text(), u"2500"_s);
+        QCOMPARE(m_dialog->dayHours(), kHours);
     }
-    QCoreApplication::processEvents();
-
-    QVERIFY(m_dialog->isVisible());
-    QCOMPARE(acceptedSpy.count(), 0);
-    QCOMPARE(Texts(*m_dialogs), QStringList{QString::fromUtf8(vt::kTimeFormatMessage)});
-    QTRY_VERIFY(sunday->hasFocus());
-    QCOMPARE(sunday->text(), QStringLiteral("2500"));
-    QCOMPARE(m_dialog->dayHours(), kHours);
-    QCOMPARE(m_dialog->dayModes(), kModes);
-}
-
-void ConfigDialogTest::editChangesTheScheduleOnlyWhenAccepted_data() {
-    QTest::addColumn<QString>("sunday");  // typed into the Sunday box before Enter
-    QTest::addColumn<bool>("accepted");
-
-    QTest::newRow("valid times are taken") << "630" << true;
-    QTest::newRow("a refused Sunday takes nothing") << "2500" << false;
-}
-
-// The modal entry point: the arrays change only when the dialog was accepted.
-void ConfigDialogTest::editChangesTheScheduleOnlyWhenAccepted() {
-    QFETCH(QString, sunday);
-    QFETCH(bool, accepted);
-    m_dialog.reset();
-    Week hours = kHours;
-    Week modes = kModes;
-    bool stillOpenAfterEnter = false;
-    QTimer::singleShot(0, [&] {
-        auto* dialog = qobject_cast<FrmConfig*>(QApplication::activeModalWidget());
-        if (dialog == nullptr) {
-            return;  // edit() showed nothing; the checks below fail
-        }
-        dialog->chkContinua(1)->setChecked(true);
-        vt::TimeBox* box = dialog->txtHora(6);
-        // Keys typed before the box has the focus would land on its shown "23:59".
-        box->setFocus(Qt::TabFocusReason);
-        if (!QTest::qWaitFor([box] { return box->hasFocus(); })) {
-            dialog->reject();
-            return;
-        }
-        QTest::keyClicks(box, sunday);
-        QTest::keyClick(box, Qt::Key_Return);
-        stillOpenAfterEnter = dialog->isVisible();
-        if (stillOpenAfterEnter) {
-            QTest::keyClick(box, Qt::Key_Escape);
-        }
-    });
-
-    const bool result = FrmConfig::edit(nullptr, *m_dialogs, hours, modes);
-
-    QCOMPARE(result, accepted);
-    QCOMPARE(stillOpenAfterEnter, !accepted);
-    if (accepted) {
-        QCOMPARE(hours, (Week{"", "08:00", "07:30", "06:00", "09:15", "05:00", "00:00", "06:30"}));
-        QCOMPARE(modes, (Week{"", "C", "C", "C", "P", "C", "P", "P"}));
-        QVERIFY(m_dialogs->Shown().empty());
-    } else {
-        QCOMPARE(hours, kHours);
-        QCOMPARE(modes, kModes);
-        QCOMPARE(Texts(*m_dialogs), QStringList{QString::fromUtf8(vt::kTimeFormatMessage)});
-    }
-}
+};
 
 QTEST_MAIN(ConfigDialogTest)
 #include "tst_config_dialog.moc"

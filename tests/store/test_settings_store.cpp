@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "recording_busy.h"
 #include "scripted_dialogs.h"
-#include "store/busy.h"
 #include "store/cp1252.h"
 #include "store/text_file.h"
 #include "temp_app_folder.h"
@@ -18,33 +18,24 @@
 namespace vt {
 namespace {
 
-using namespace std::string_literals;
-
-class RecordingBusy : public Busy {
-public:
-    void SetBusy(bool on) override { calls.push_back(on); }
-    std::vector<bool> calls;
-};
-
 const std::string kFile = "VendrakoTimer.ini";
+const std::string kCountMismatch =
+    "Se han detectado discrepancias en el INI.\r\n\r\nEl n\u00FAmero de alarmas no es el correcto.";
 
 class SettingsStoreTest : public ::testing::Test {
 protected:
-    bool Load(const std::string& bytes) {
-        folder_.WriteFile(kFile, bytes);
-        return LoadSettings(folder_.Path(kFile), settings_, dialogs_);
-    }
+    bool Load(const std::string& bytes) { return LoadSettingsFromBytes(bytes, settings_, dialogs_); }
+    bool Save(const Settings& settings) { return SaveSettings(folder_.Paths(), settings, busy_, dialogs_); }
 
     test::TempAppFolder folder_;
     test::ScriptedDialogs dialogs_;
-    RecordingBusy busy_;
+    test::RecordingBusy busy_;
     Settings settings_;
 };
 
 // ---- loading -------------------------------------------------------------------------------
 
 struct WeekdayCase {
-    const char* name;
     std::string line;  // the LUNES line, or "" for none
     std::string hours;
     std::string mode;
@@ -57,75 +48,60 @@ TEST_P(WeekdayValues, AreTakenByPosition) {
     EXPECT_EQ(settings_.DayHours[1], GetParam().hours);
     EXPECT_EQ(settings_.DayMode[1], GetParam().mode);
     EXPECT_EQ(settings_.DayHours[2], "06:00");  // the neighbour is read on its own
-    EXPECT_EQ(settings_.DayHours[7], "08:00");
     EXPECT_EQ(settings_.DayMode[7], "C");
 }
 
+// Five characters, not five bytes: ñ and ú take two each.
 INSTANTIATE_TEST_SUITE_P(Table, WeekdayValues,
-                         ::testing::Values(WeekdayCase{"Regular", "LUNES=07:30|P", "07:30", "P"},
-                                           WeekdayCase{"ShortHour", "LUNES=7:30|P", "7:30|", "P"},
-                                           WeekdayCase{"Empty", "LUNES=", "08:00", "C"},
-                                           WeekdayCase{"Missing", "", "08:00", "C"},
-                                           WeekdayCase{"OneCharacter", "LUNES=X", "X", "X"},
-                                           WeekdayCase{"TrailingText", "LUNES=09:15|C extra", "09:15", "a"},
-                                           // Five characters, not five bytes: ñ and ú take two each.
-                                           WeekdayCase{"NonAscii",
-                                                       "LUNES=\xF1"
+                         ::testing::Values(WeekdayCase{"LUNES=07:30|P", "07:30", "P"},
+                                           WeekdayCase{"LUNES=7:30|P", "7:30|", "P"}, WeekdayCase{"", "08:00", "C"},
+                                           WeekdayCase{"LUNES=X", "X", "X"},
+                                           WeekdayCase{"LUNES=09:15|C extra", "09:15", "a"},
+                                           WeekdayCase{"LUNES=\xF1"
                                                        "and\xFA|\xD1",
-                                                       "\u00F1and\u00FA", "\u00D1"}),
-                         [](const auto& row) { return std::string(row.param.name); });
+                                                       "\u00F1and\u00FA", "\u00D1"}));
 
 TEST_F(SettingsStoreTest, GeneralValuesAndTheLastScanAreRead) {
-    ASSERT_TRUE(
-        Load("[GENERAL]\r\nFECHA=15-03-24\r\nENTRADA1=07:58\r\nSALIDA1=\r\nENTRADA2=15:02\r\n"
-             "[ACCESOS]\r\nULTIMO=14/03/2024 18:05:09\r\n"));
-    EXPECT_EQ(settings_.WorkDate, "15-03-24");
-    EXPECT_EQ(settings_.Entrada1, "07:58");
-    EXPECT_EQ(settings_.Salida1, "");
-    EXPECT_EQ(settings_.Entrada2, "15:02");
+    ASSERT_TRUE(Load("[GENERAL]\r\nFECHA=15-03-24\r\nENTRADA2=15:02\r\n[ACCESOS]\r\nULTIMO=14/03/2024 18:05:09\r\n"));
+    EXPECT_EQ(settings_.WorkDate + " " + settings_.Entrada2, "15-03-24 15:02");
     EXPECT_EQ(settings_.UltimoAcceso, MakeDateTime(MakeDate(14, 3, 2024), 18, 5, 9));
-}
-
-TEST_F(SettingsStoreTest, AMissingOrUnreadableLastScanMeansNever) {
-    ASSERT_TRUE(Load("[GENERAL]\r\nFECHA=15-03-24\r\n"));
-    EXPECT_EQ(settings_.UltimoAcceso, NeverScanned());
-    EXPECT_EQ(FormatDateTime(settings_.UltimoAcceso), "01/01/1901 00:00:00");
-    ASSERT_TRUE(Load("[ACCESOS]\r\nULTIMO=31/02/2024 10:00:00\r\n"));
-    EXPECT_EQ(settings_.UltimoAcceso, NeverScanned());
+    // A missing or impossible last scan reads as "never".
+    for (const char* file : {"[GENERAL]\r\nFECHA=15-03-24\r\n", "[ACCESOS]\r\nULTIMO=31/02/2024 10:00:00\r\n"}) {
+        ASSERT_TRUE(Load(file));
+        EXPECT_EQ(FormatDateTime(settings_.UltimoAcceso), "01/01/1901 00:00:00") << file;
+    }
 }
 
 TEST_F(SettingsStoreTest, GapsCloseUpAndTheSaveRenumbers) {
     // Number order, not file order; the first of two equal keys counts; only three digits from
-    // 001 are entry keys.
+    // 001 to 998 are entry keys.
     ASSERT_TRUE(
         Load("[REPETICIONES]\r\nREP_010=diez\r\nREP_001=uno\r\nREP_002=\r\nrep_005=cinco\r\nREP_001=otra\r\n"
-             "REP_000=cero\r\nREP_05=corta\r\nREP_0005=larga\r\nREPX005=otra clave\r\n"));
-    ASSERT_EQ(settings_.Repetitions.Count(), 3);
-    EXPECT_EQ(settings_.Repetitions[1], "uno");
-    EXPECT_EQ(settings_.Repetitions[2], "cinco");
-    EXPECT_EQ(settings_.Repetitions[3], "diez");
-    const std::string text = SettingsFileText(settings_);
-    EXPECT_NE(text.find("[REPETICIONES]\r\nREP_001=uno\r\nREP_002=cinco\r\nREP_003=diez\r\n\r\n[ALARMAS]"),
-              std::string::npos)
-        << text;
+             "REP_000=cero\r\nREP_05=corta\r\nREP_0005=larga\r\nREPX005=otra clave\r\n"
+             "[GENERAL]\r\nNUM_ALARMAS=1\r\n[ALARMAS]\r\nALA_999=never\r\nALA_998=last\r\nALA_1000=no\r\n"));
+    EXPECT_NE(SettingsFileText(settings_).find("[REPETICIONES]\r\nREP_001=uno\r\nREP_002=cinco\r\nREP_003=diez\r\n\r\n"
+                                               "[ALARMAS]\r\nALA_001=last\r\n\r\n"),
+              std::string::npos);
 }
 
-TEST_F(SettingsStoreTest, KeysBeyond998AreNeverRead) {
-    ASSERT_TRUE(Load("[GENERAL]\r\nNUM_ALARMAS=1\r\n[ALARMAS]\r\nALA_999=never\r\nALA_998=last\r\nALA_1000=no\r\n"));
-    ASSERT_EQ(settings_.Alarms.Count(), 1);
-    EXPECT_EQ(settings_.Alarms[1], "last");
-}
-
-TEST_F(SettingsStoreTest, AMissingFileGivesTheDefaults) {
-    settings_.WorkDate = "01-01-24";
+TEST_F(SettingsStoreTest, AMissingFileGivesTheDefaultsAndAnUnreadableOneStopsTheProgramUntouched) {
     settings_.Alarms.Append("old");
     ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
     EXPECT_EQ(settings_, Settings{});
     EXPECT_TRUE(dialogs_.Shown().empty());
+
+    folder_.WriteFile(kFile + "/inside", "keep");  // a folder in the file's place
+    settings_.WorkDate = "untouched";
+    EXPECT_FALSE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
+    ASSERT_EQ(dialogs_.Texts(), std::vector<std::string>{
+                                    "No se ha podido leer el archivo de configuraci\u00F3n:\r\n" + folder_.Path(kFile) +
+                                    "\r\n\r\nEl programa se cerrar\u00E1 sin tocar ning\u00FAn archivo."});
+    EXPECT_EQ(dialogs_.Shown()[0].icon, MsgIcon::Critical);
+    EXPECT_EQ(settings_.WorkDate, "untouched");
+    EXPECT_EQ(folder_.ReadFile(kFile + "/inside"), "keep");
 }
 
 struct CountCase {
-    const char* name;
     std::string count_line;  // "" for no NUM_ALARMAS line
     int alarms;
     bool loads;
@@ -140,50 +116,24 @@ TEST_P(AlarmCount, MustMatchTheAlarmsFound) {
     }
     settings_.WorkDate = "untouched";
     EXPECT_EQ(Load(file), GetParam().loads);
+    ASSERT_EQ(dialogs_.Texts(), std::vector<std::string>(GetParam().loads ? 0 : 1, kCountMismatch));
     if (GetParam().loads) {
-        EXPECT_TRUE(dialogs_.Shown().empty());
         EXPECT_EQ(settings_.Alarms.Count(), GetParam().alarms);
-        return;
+    } else {  // a refused file changes nothing in memory
+        EXPECT_EQ(settings_.WorkDate, "untouched");
+        EXPECT_EQ(dialogs_.Shown()[0].icon, MsgIcon::Critical);
     }
-    ASSERT_EQ(dialogs_.Shown().size(), 1u);
-    const MessageBox& box = dialogs_.Shown()[0];
-    EXPECT_EQ(box.text,
-              "Se han detectado discrepancias en el INI.\r\n\r\nEl n\u00FAmero de alarmas no es el correcto.");
-    EXPECT_EQ(box.title, "ATENCI\u00D3N!");
-    EXPECT_EQ(box.icon, MsgIcon::Critical);
-    EXPECT_EQ(box.buttons, MsgButtons::Ok);
-    EXPECT_EQ(settings_.WorkDate, "untouched");  // a refused file changes nothing in memory
 }
 
+// 65538 would wrap to 2 in 16 bits; it is out of range.
 INSTANTIATE_TEST_SUITE_P(Table, AlarmCount,
-                         ::testing::Values(CountCase{"Matches", "NUM_ALARMAS=2", 2, true},
-                                           CountCase{"TooMany", "NUM_ALARMAS=3", 2, false},
-                                           CountCase{"TooFew", "NUM_ALARMAS=1", 2, false},
-                                           CountCase{"MissingWithNoAlarms", "", 0, true},
-                                           CountCase{"EmptyWithNoAlarms", "NUM_ALARMAS=", 0, true},
-                                           CountCase{"MissingWithAlarms", "", 1, false},
-                                           CountCase{"LeadingZeroAndBlanks", "NUM_ALARMAS = 02 ", 2, true},
-                                           CountCase{"PlusSign", "NUM_ALARMAS=+2", 2, true},
-                                           CountCase{"NotANumber", "NUM_ALARMAS=dos", 2, false},
-                                           CountCase{"Decimal", "NUM_ALARMAS=2.0", 2, false},
-                                           // 65538 would wrap to 2 in 16 bits; it is out of range.
-                                           CountCase{"OutOf16Bits", "NUM_ALARMAS=65538", 2, false},
-                                           CountCase{"Negative", "NUM_ALARMAS=-2", 2, false}),
-                         [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(SettingsStoreTest, AFileThatCannotBeReadStopsTheProgramUntouched) {
-    folder_.WriteFile(kFile + "/inside", "keep");  // a folder in the file's place
-    settings_.WorkDate = "untouched";
-    EXPECT_FALSE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
-    ASSERT_EQ(dialogs_.Shown().size(), 1u);
-    const MessageBox& box = dialogs_.Shown()[0];
-    EXPECT_EQ(box.text, "No se ha podido leer el archivo de configuraci\u00F3n:\r\n" + folder_.Path(kFile) +
-                            "\r\n\r\nEl programa se cerrar\u00E1 sin tocar ning\u00FAn archivo.");
-    EXPECT_EQ(box.title, "ATENCI\u00D3N!");
-    EXPECT_EQ(box.icon, MsgIcon::Critical);
-    EXPECT_EQ(settings_.WorkDate, "untouched");
-    EXPECT_EQ(folder_.ReadFile(kFile + "/inside"), "keep");
-}
+                         ::testing::Values(CountCase{"NUM_ALARMAS=2", 2, true}, CountCase{"NUM_ALARMAS=3", 2, false},
+                                           CountCase{"NUM_ALARMAS=1", 2, false}, CountCase{"", 0, true},
+                                           CountCase{"", 1, false}, CountCase{"NUM_ALARMAS = 02 ", 2, true},
+                                           CountCase{"NUM_ALARMAS=+2", 2, true}, CountCase{"NUM_ALARMAS=dos", 2, false},
+                                           CountCase{"NUM_ALARMAS=2.0", 2, false},
+                                           CountCase{"NUM_ALARMAS=65538", 2, false},
+                                           CountCase{"NUM_ALARMAS=-2", 2, false}));
 
 // ---- saving --------------------------------------------------------------------------------
 
@@ -202,192 +152,119 @@ Settings SmallSettings() {
 }
 
 TEST_F(SettingsStoreTest, TheSavedFileIsExactlyThis) {
-    ASSERT_TRUE(SaveSettings(folder_.Paths(), SmallSettings(), busy_, dialogs_));
+    ASSERT_TRUE(Save(SmallSettings()));
     EXPECT_EQ(folder_.ReadFile(kFile),
-              "[GENERAL]\r\n"
-              "FECHA=15-03-24\r\n"
-              "ENTRADA1=07:58\r\n"
-              "SALIDA1=\r\n"
-              "ENTRADA2=\r\n"
-              "NUM_ALARMAS=2\r\n"
-              "\r\n"
-              "[CONFIG]\r\n"
-              "LUNES=07:30|P\r\n"
-              "MARTES=08:00|C\r\n"
-              "MIERCOLES=08:00|C\r\n"
-              "JUEVES=08:00|C\r\n"
-              "VIERNES=08:00|C\r\n"
-              "SABADO=00:00|C\r\n"
-              "DOMINGO=08:00|C\r\n"
-              "\r\n"
-              "[REPETICIONES]\r\n"
-              "REP_001=15/03/2024 09:30 Reuni\xF3n de equipo\r\n"
-              "\r\n"
-              "[ALARMAS]\r\n"
-              "ALA_001=20/03/2024 10:00 M\xE9"
+              "[GENERAL]\r\nFECHA=15-03-24\r\nENTRADA1=07:58\r\nSALIDA1=\r\nENTRADA2=\r\nNUM_ALARMAS=2\r\n\r\n"
+              "[CONFIG]\r\nLUNES=07:30|P\r\nMARTES=08:00|C\r\nMIERCOLES=08:00|C\r\nJUEVES=08:00|C\r\n"
+              "VIERNES=08:00|C\r\nSABADO=00:00|C\r\nDOMINGO=08:00|C\r\n\r\n"
+              "[REPETICIONES]\r\nREP_001=15/03/2024 09:30 Reuni\xF3n de equipo\r\n\r\n"
+              "[ALARMAS]\r\nALA_001=20/03/2024 10:00 M\xE9"
               "dico;0;0;0\r\n"
-              "ALA_002=01/04/2024 08:00 Cumplea\xF1os de Ana (1990) <010324>;1;0;2\r\n"
-              "\r\n"
-              "[ACCESOS]\r\n"
-              "ULTIMO=14/03/2024 18:05:00\r\n");
+              "ALA_002=01/04/2024 08:00 Cumplea\xF1os de Ana (1990) <010324>;1;0;2\r\n\r\n"
+              "[ACCESOS]\r\nULTIMO=14/03/2024 18:05:00\r\n");
     EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false}));
     EXPECT_TRUE(dialogs_.Shown().empty());
-}
-
-TEST_F(SettingsStoreTest, EmptyListsStillWriteTheirSections) {
-    const std::string text = SettingsFileText(Settings{});
-    EXPECT_NE(text.find("NUM_ALARMAS=0\r\n\r\n[CONFIG]"), std::string::npos);
-    EXPECT_NE(text.find("DOMINGO=08:00|C\r\n\r\n[REPETICIONES]\r\n\r\n[ALARMAS]\r\n\r\n[ACCESOS]\r\n"
-                        "ULTIMO=01/01/1901 00:00:00\r\n"),
-              std::string::npos)
-        << text;
+    // Empty lists still write their sections.
+    EXPECT_NE(SettingsFileText(Settings{})
+                  .find("DOMINGO=08:00|C\r\n\r\n[REPETICIONES]\r\n\r\n[ALARMAS]\r\n\r\n"
+                        "[ACCESOS]\r\nULTIMO=01/01/1901 00:00:00\r\n"),
+              std::string::npos);
 }
 
 TEST_F(SettingsStoreTest, ASaveKeepsWhatItLoadedAndDropsUnknownKeys) {
-    ASSERT_TRUE(
-        Load("; hand notes\r\n[GENERAL]\r\nFECHA=15-03-24\r\nOTRA=x\r\nNUM_ALARMAS=1\r\n[EXTRA]\r\nK=v\r\n"
-             "[ALARMAS]\r\nALA_004=  \" padded \"  \r\n"));
+    folder_.WriteFile(kFile,
+                      "; hand notes\r\n[GENERAL]\r\nFECHA=15-03-24\r\nOTRA=x\r\nNUM_ALARMAS=1\r\n[EXTRA]\r\nK=v\r\n"
+                      "[ALARMAS]\r\nALA_004=  \" padded \"  \r\n");
+    ASSERT_EQ(::chmod(folder_.Path(kFile).c_str(), 0444), 0);  // read-only is replaced all the same
+    ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
     const Settings loaded = settings_;
-    ASSERT_EQ(loaded.Alarms[1], " padded ");
-    ASSERT_TRUE(SaveSettings(folder_.Paths(), settings_, busy_, dialogs_));
-    const std::string saved = folder_.ReadFile(kFile);
-    EXPECT_EQ(saved, Utf8ToCp1252(SettingsFileText(loaded)));
-    EXPECT_EQ(saved.find("OTRA"), std::string::npos);
-    EXPECT_EQ(saved.find("EXTRA"), std::string::npos);
-    EXPECT_EQ(saved.find("hand notes"), std::string::npos);
+    ASSERT_EQ(loaded.Alarms.Count(), 1);
+    EXPECT_EQ(loaded.Alarms[1], " padded ");
+    ASSERT_TRUE(Save(settings_));
+    EXPECT_EQ(folder_.ReadFile(kFile), Utf8ToCp1252(SettingsFileText(loaded)));
     ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
     EXPECT_EQ(settings_, loaded);
 }
 
-TEST_F(SettingsStoreTest, AReadOnlyFileIsStillReplaced) {
-    folder_.WriteFile(kFile, "[GENERAL]\r\nFECHA=01-01-24\r\n");
-    ASSERT_EQ(::chmod(folder_.Path(kFile).c_str(), 0444), 0);
-    ASSERT_TRUE(SaveSettings(folder_.Paths(), SmallSettings(), busy_, dialogs_));
-    EXPECT_EQ(folder_.ReadFile(kFile), Utf8ToCp1252(SettingsFileText(SmallSettings())));
-}
-
 // ---- saves that fail -----------------------------------------------------------------------
 
-// Lowers the file-size limit the kernel enforces, as a full disk would stop a write half-way;
-// SIGXFSZ is ignored meanwhile so the write fails with an error instead of killing the test.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        getrlimit(RLIMIT_FSIZE, &saved_);
-        saved_handler_ = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit lowered = saved_;
-        lowered.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &lowered);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &saved_);
-        std::signal(SIGXFSZ, saved_handler_);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit saved_{};
-    void (*saved_handler_)(int) = nullptr;
-};
-
-Settings SettingsWithAlarms(int count) {
+// Settings whose file takes well over the 4 KB that the full disk below lets through.
+Settings BigSettings() {
     Settings s = SmallSettings();
-    s.Alarms.Clear();
-    for (int i = 0; i < count; ++i) {
-        s.Alarms.Append("15/03/2024 09:30 Reuni\u00F3n de equipo;sala 2 (1990) <010324> n\u00BA " + std::to_string(i));
-    }
+    s.Alarms.Append("15/03/2024 09:30 Reuni\u00F3n " + std::string(10000, 'x'));
     return s;
 }
 
 class FailedSave : public SettingsStoreTest {
 protected:
-    // The previous file, which every failed save must leave as it was.
     void PutPrevious(const std::string& bytes) {
         previous_ = bytes;
         folder_.WriteFile(kFile, bytes);
+    }
+    // Saves under a lowered file-size limit, as a full disk would stop a write half-way; SIGXFSZ
+    // is ignored meanwhile so that the write fails with an error instead of killing the test.
+    bool SaveWithin(rlim_t bytes, const Settings& settings) {
+        rlimit saved{};
+        getrlimit(RLIMIT_FSIZE, &saved);
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit lowered = saved;
+        lowered.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &lowered);
+        const bool saved_ok = Save(settings);
+        setrlimit(RLIMIT_FSIZE, &saved);
+        std::signal(SIGXFSZ, handler);
+        return saved_ok;
     }
 
     // The user was told, the old file is intact, and nothing half-written lies anywhere.
     void ExpectRefusedAndUntouched() {
         ASSERT_EQ(dialogs_.Shown().size(), 1u);
-        const MessageBox& box = dialogs_.Shown()[0];
-        EXPECT_EQ(box.text, "No se ha podido guardar la configuraci\u00F3n en:\r\n" + folder_.Path(kFile) +
-                                "\r\n\r\nEl archivo anterior se conserva sin cambios.");
-        EXPECT_EQ(box.icon, MsgIcon::Exclamation);
+        EXPECT_EQ(dialogs_.Shown()[0].text, "No se ha podido guardar la configuraci\u00F3n en:\r\n" +
+                                                folder_.Path(kFile) +
+                                                "\r\n\r\nEl archivo anterior se conserva sin cambios.");
+        EXPECT_EQ(dialogs_.Shown()[0].icon, MsgIcon::Exclamation);
         EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false}));
         if (!previous_.empty()) {
             EXPECT_EQ(folder_.ReadFile(kFile), previous_);
         }
         EXPECT_FALSE(PathExists(TemporaryPathFor(folder_.Path(kFile))));
-        namespace fs = std::filesystem;
-        std::error_code ec;
-        for (const auto& entry : fs::directory_iterator(folder_.Path("Backup"), ec)) {
-            EXPECT_EQ(entry.path().extension(), ".ini") << "stray file " << entry.path();
-            EXPECT_EQ(folder_.ReadFile("Backup/" + entry.path().filename().string()), previous_)
-                << "broken backup copy " << entry.path();
+        std::error_code ec;  // every file in the backup folder is a whole copy of the previous file
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.Path("Backup"), ec)) {
+            EXPECT_EQ(folder_.ReadFile("Backup/" + entry.path().filename().string()), previous_) << entry.path();
         }
     }
 
     std::string previous_;
 };
 
-TEST_F(FailedSave, WhenTheSettingsPathIsAFolder) {
+TEST_F(FailedSave, WhenTheSettingsFileCannotBeRead) {
     folder_.WriteFile(kFile + "/inside", "keep");
-    EXPECT_FALSE(SaveSettings(folder_.Paths(), SmallSettings(), busy_, dialogs_));
+    EXPECT_FALSE(Save(SmallSettings()));
     ExpectRefusedAndUntouched();
     EXPECT_EQ(folder_.ReadFile(kFile + "/inside"), "keep");
 }
 
-TEST_F(FailedSave, WhenAFolderStandsWhereTheTemporaryGoes) {
+TEST_F(FailedSave, WhenTheNewFileCannotReplaceTheOld) {
     PutPrevious("[GENERAL]\r\nFECHA=01-01-24\r\n");
     const std::string temporary = TemporaryPathFor(folder_.Path(kFile));
     std::filesystem::create_directories(temporary + "/inside");
-    EXPECT_FALSE(SaveSettings(folder_.Paths(), SmallSettings(), busy_, dialogs_));
+    EXPECT_FALSE(Save(SmallSettings()));
     EXPECT_TRUE(std::filesystem::exists(temporary + "/inside"));
     std::filesystem::remove_all(temporary);  // not ours; cleared only to check that nothing else was left
     ExpectRefusedAndUntouched();
     EXPECT_TRUE(folder_.Exists("Backup/VendrakoTimer_001.ini"));  // the copy came first and is whole
 }
 
-TEST_F(FailedSave, TheAtomicWriteNeverReplacesAFolderWithContent) {
-    folder_.WriteFile("target/inside", "keep");
-    EXPECT_TRUE(WriteFileAtomically(folder_.Path("target"), "new bytes"));
-    EXPECT_EQ(folder_.ReadFile("target/inside"), "keep");
-    EXPECT_FALSE(PathExists(TemporaryPathFor(folder_.Path("target"))));
-}
-
-TEST_F(FailedSave, WhenTheBackupFolderCannotBeMade) {
-    PutPrevious("[GENERAL]\r\nFECHA=01-01-24\r\n");
-    folder_.WriteFile("Backup", "a file in the folder's place");
-    EXPECT_FALSE(SaveSettings(folder_.Paths(), SmallSettings(), busy_, dialogs_));
-    ExpectRefusedAndUntouched();
-    EXPECT_EQ(folder_.ReadFile("Backup"), "a file in the folder's place");
-}
-
 TEST_F(FailedSave, WhenTheDiskFillsWhileTheNewFileIsWritten) {
     PutPrevious("[GENERAL]\r\nFECHA=01-01-24\r\nNUM_ALARMAS=0\r\n");
-    const Settings big = SettingsWithAlarms(200);
-    ASSERT_GT(SettingsFileText(big).size(), 8192u);
-    bool saved = true;
-    {
-        FileSizeLimit limit(4096);
-        saved = SaveSettings(folder_.Paths(), big, busy_, dialogs_);
-    }
-    EXPECT_FALSE(saved);
+    EXPECT_FALSE(SaveWithin(4096, BigSettings()));
     ExpectRefusedAndUntouched();
     EXPECT_TRUE(folder_.Exists("Backup/VendrakoTimer_001.ini"));
 }
 
 TEST_F(FailedSave, WhenTheDiskFillsWhileTheBackupCopyIsWritten) {
-    PutPrevious(Utf8ToCp1252(SettingsFileText(SettingsWithAlarms(200))));
-    ASSERT_GT(previous_.size(), 8192u);
-    bool saved = true;
-    {
-        FileSizeLimit limit(4096);
-        saved = SaveSettings(folder_.Paths(), SmallSettings(), busy_, dialogs_);
-    }
-    EXPECT_FALSE(saved);
+    PutPrevious(Utf8ToCp1252(SettingsFileText(BigSettings())));
+    EXPECT_FALSE(SaveWithin(4096, SmallSettings()));
     ExpectRefusedAndUntouched();
     EXPECT_FALSE(folder_.Exists("Backup/VendrakoTimer_001.ini"));
 }

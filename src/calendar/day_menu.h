@@ -23,6 +23,13 @@ struct DayMenu {
     bool separator = false;  // shown only when there is at least one entry row
 };
 
+// What the user chose from a day's menu.
+struct DayMenuChoice {
+    enum class Kind { AddRepetition, AddAlarm, DateItem, Detail };
+    Kind kind = Kind::DateItem;
+    int row = 0;  // for Detail: the chosen row, from 1
+};
+
 // Alarms come first, captioned "[ALA] " and their full text; then repetitions, "[REP] " and
 // their time and text. (The day's tag lists repetitions first; both orders are kept as the
 // user has always seen them.) Alarms marked "-" to stay off the calendar are offered here all

@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <cctype>
 
+#include "agenda/alarm_editor.h"
 #include "agenda/entries.h"
 #include "agenda/launching.h"
+#include "agenda/repetition_editor.h"
 #include "agenda/text_marks.h"
+#include "calendar/day_menu.h"
+#include "calendar/proximity_report.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/instance_lock.h"
@@ -82,6 +86,12 @@ Outcome App::Start(std::string_view command_line) {
     if (RefreshAfterChange() == Outcome::Exit) {
         return Outcome::Exit;
     }
+    state_.CalendarDate = Today(ports_.clock);
+    RefreshCalendar();
+    view_.HideDetails();
+    ShowProximityReport(true);
+    state_.TickCounter = 0;
+    RunRecentFilesScan();
     state_.TimerEnabled = true;
     started_ = true;
     return Outcome::Continue;
@@ -111,7 +121,151 @@ Outcome App::RefreshAfterChange() {
     AdvanceAlarmDates(state_.settings.Alarms, state_.settings.Repetitions, Today(ports_.clock), ports_.dialogs,
                       [this](const std::string& text) { RunLog(text); });
     RefreshRepetitionMenu();
+    // Before start-up has set the calendar's date there is no calendar to refresh yet.
+    if (state_.CalendarDate.ok()) {
+        RefreshCalendar();
+    }
     return Outcome::Continue;
+}
+
+void App::RunRecentFilesScan() {
+    if (scan_hook_) {
+        scan_hook_();
+    }
+}
+
+void App::NewAlarm(std::string_view preset_date) {
+    OpenAlarm(true, 0, preset_date);
+}
+
+void App::NewRepetition(std::string_view preset_date) {
+    OpenRepetitionEditorFor(true, 0, preset_date);
+}
+
+void App::OpenRepetition(int index) {
+    OpenRepetitionEditorFor(false, index, kNoPresetDate);
+}
+
+void App::ShowAllAlarms() {
+    state_.ClockInBoxesActive = false;
+    if (const int index = view_.ChooseAlarm(state_.settings.Alarms); index != 0) {
+        OpenAlarm(false, index, kNoPresetDate);
+    }
+    state_.ClockInBoxesActive = true;
+}
+
+void App::OpenDayEntry(std::string_view kind, int index) {
+    if (kind == "REP") {
+        OpenRepetitionEditorFor(false, index, kNoPresetDate);
+    } else if (kind == "ALA") {
+        OpenAlarm(false, index, kNoPresetDate);
+    } else {
+        ports_.dialogs.Warn("Algo va mal");
+    }
+}
+
+void App::OpenAlarm(bool add_mode, int index, std::string_view preset_date) {
+    // Focus moving into the editor must not store a half-typed clock-in.
+    state_.ClockInBoxesActive = false;
+    const bool changed = OpenAlarmEditor(
+        state_.settings.Alarms, add_mode, index, preset_date, ports_.clock.Now(),
+        [this](const std::string& text) { RunLog(text); }, [this](AlarmForm& form) { return view_.EditAlarm(form); });
+    if (changed) {
+        AfterAlarmChange();
+    }
+    state_.ClockInBoxesActive = true;
+}
+
+void App::OpenRepetitionEditorFor(bool add_mode, int index, std::string_view preset_date) {
+    state_.ClockInBoxesActive = false;
+    const bool changed =
+        OpenRepetitionEditor(state_.settings.Repetitions, add_mode, index, preset_date, ports_.clock.Now(),
+                             [this](RepetitionForm& form) { return view_.EditRepetition(form); });
+    if (changed) {
+        AfterRepetitionChange();
+    }
+    state_.ClockInBoxesActive = true;
+}
+
+void App::AfterAlarmChange() {
+    // An alarm saved for today becomes a reminder at once.
+    AdvanceAlarmDates(state_.settings.Alarms, state_.settings.Repetitions, Today(ports_.clock), ports_.dialogs,
+                      [this](const std::string& text) { RunLog(text); });
+    RefreshRepetitionMenu();
+    RefreshCalendar();
+    SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
+    RunRecentFilesScan();
+}
+
+void App::AfterRepetitionChange() {
+    RefreshRepetitionMenu();
+    RefreshCalendar();
+    SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
+    RunRecentFilesScan();
+}
+
+void App::RefreshCalendar() {
+    grid_ =
+        FillMonthGrid(state_.CalendarDate, Today(ports_.clock), state_.settings.Alarms, state_.settings.Repetitions);
+    state_.CalendarDate = grid_.displayed;
+    view_.ShowMonthGrid(grid_);
+}
+
+void App::MoveCalendar(int button) {
+    state_.CalendarDate = MoveDisplayedDate(state_.CalendarDate, Today(ports_.clock), button);
+    RefreshCalendar();
+    view_.FocusAway();
+}
+
+void App::HoverDay(int cell) {
+    const std::string& tag = grid_.cells.at(static_cast<size_t>(cell)).tag;
+    if (tag.empty()) {
+        view_.HideDetails();
+    } else {
+        view_.ShowDetails(tag);
+    }
+}
+
+void App::ClickDay(int cell) {
+    view_.HideDetails();
+    view_.FocusAway();
+    const Date day = grid_.cells.at(static_cast<size_t>(cell)).date;
+    const DayMenu menu = BuildDayMenu(day, state_.settings.Alarms, state_.settings.Repetitions);
+    const std::optional<DayMenuChoice> choice = view_.PopUpDayMenu(menu);
+    if (!choice) {
+        return;
+    }
+    switch (choice->kind) {
+        case DayMenuChoice::Kind::AddRepetition:
+            NewRepetition(FormatDate(day));
+            break;
+        case DayMenuChoice::Kind::AddAlarm:
+            NewAlarm(FormatDate(day));
+            break;
+        case DayMenuChoice::Kind::Detail: {
+            const DayMenuRow& row = menu.rows.at(static_cast<size_t>(choice->row - 1));
+            OpenDayEntry(row.kind, row.index);
+            break;
+        }
+        case DayMenuChoice::Kind::DateItem:
+            break;
+    }
+}
+
+std::string App::ShowProximityReport(bool show) {
+    const std::string text = ProximityReport(state_.settings.Alarms, Today(ports_.clock));
+    if (show) {
+        state_.ReportShowing = true;
+        ports_.dialogs.Inform(text);
+        state_.ReportShowing = false;
+    }
+    return text;
+}
+
+void App::WindowRestored() {
+    if (!state_.ReportShowing) {
+        MoveCalendar(4);
+    }
 }
 
 void App::RunLog(const std::string& text) {
@@ -178,10 +332,9 @@ void App::CheckDueRepetitions() {
         }
         RemoveRepetition(repetitions, due);
         RefreshRepetitionMenu();
+        RefreshCalendar();
         // The dialog may have held up the regular scan.
-        if (scan_hook_) {
-            scan_hook_();
-        }
+        RunRecentFilesScan();
         SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
         state_.RepetitionShowing = false;
     }
@@ -245,22 +398,24 @@ void App::AdvanceTickCounter() {
     ++state_.TickCounter;
     if (state_.TickCounter > kTicksBetweenScans) {
         state_.TickCounter = 0;
-        if (scan_hook_) {
-            scan_hook_();
-        }
+        RunRecentFilesScan();
     }
 }
 
-void App::Shutdown([[maybe_unused]] bool interactive) {
+void App::Shutdown(bool interactive) {
     // A start that stopped half-way (wrong date format, unreadable settings) leaves without
     // any backup, so there is nothing to close.
     if (!started_) {
         return;
     }
     started_ = false;  // the closing path runs once, whoever asks for it first
-    // Nothing of the closing path asks the user anything yet; the flag is kept so that the
-    // desktop's session end (signals) never waits on a message box once one is added.
+    RunRecentFilesScan();
+    const std::string report = ShowProximityReport(false);
     MirrorLogFolder(paths_, *this);
+    // When the desktop session is ending nothing may wait for the user.
+    if (interactive) {
+        ports_.dialogs.Inform(report);
+    }
 }
 
 void App::SetBusy(bool on) {

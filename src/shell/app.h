@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "calendar/month_grid.h"
 #include "store/app_paths.h"
 #include "store/app_state.h"
 #include "store/busy.h"
@@ -60,6 +61,28 @@ public:
     // The "Configuración" item: the weekly schedule, then today's hours afresh.
     Outcome OpenSchedule();
 
+    // The agenda's menu items. A preset date of "" leaves the editor's date empty; a day
+    // ("dd/mm/yyyy") comes from the calendar.
+    void NewAlarm(std::string_view preset_date);       // "Alarmas" → "Nueva", "Añadir Alarma"
+    void NewRepetition(std::string_view preset_date);  // "Repeticiones" → "Nueva", "Añadir Repetición"
+    void OpenRepetition(int index);                    // one of the listed reminders
+    void ShowAllAlarms();                              // "Alarmas" → "Mostrar todas"
+    // A calendar day's entry: kind "ALA" or "REP" and its number in its list.
+    void OpenDayEntry(std::string_view kind, int index);
+
+    // The month calendar's buttons: navigation (0 "<<", 1 "-", 2 "+", 3 ">>", 4 today), the
+    // mouse over a day, a click on a day.
+    void MoveCalendar(int button);
+    void HoverDay(int cell);
+    void ClickDay(int cell);
+
+    // The proximity report (fMostrarInforme): its text, shown in a message box when asked.
+    std::string ShowProximityReport(bool show);
+
+    // The tray's "Mostrar aplicación", once the window is back: the calendar returns to today
+    // unless the report's message box is open.
+    void WindowRestored();
+
     // Whether the clock-ins follow each other: the box texts when interactive (the reason is
     // then shown), else the stored values (nothing shown).
     bool CheckClockIns(bool interactive);
@@ -84,6 +107,12 @@ private:
     // Shows each due reminder in turn and handles the user's answer.
     void CheckDueRepetitions();
     void RunLog(const std::string& text);
+    void RunRecentFilesScan();
+    void OpenAlarm(bool add_mode, int index, std::string_view preset_date);
+    void OpenRepetitionEditorFor(bool add_mode, int index, std::string_view preset_date);
+    void AfterAlarmChange();
+    void AfterRepetitionChange();
+    void RefreshCalendar();
 
     AppPorts ports_;
     MainView& view_;
@@ -92,6 +121,7 @@ private:
     AppState state_;
     std::function<void()> scan_hook_;
     bool started_ = false;
+    MonthGrid grid_;
 };
 
 }  // namespace vt

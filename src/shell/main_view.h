@@ -6,6 +6,14 @@
 
 namespace vt {
 
+class EntryList;
+struct MonthGrid;
+struct DayMenu;
+struct DayMenuChoice;
+struct AlarmForm;
+struct RepetitionForm;
+enum class EditorAction;
+
 // What the repeat-later dialog shows of a due reminder.
 struct RepeatPrompt {
     std::string when;  // "dd/mm/yyyy hh:mm"
@@ -44,6 +52,24 @@ public:
     // The repeat-later dialog (frmRepetir), modal: the chosen delay's index in the table of
     // choices, or nothing for "Nunca".
     virtual std::optional<int> AskRepeatLater(const RepeatPrompt& prompt) = 0;
+
+    // The alarm editor (frmAlarma) and the repetition editor (frmRepeticion), modal, on a form
+    // that App prepared; the form comes back as the user left it.
+    virtual EditorAction EditAlarm(AlarmForm& form) = 0;
+    virtual EditorAction EditRepetition(RepetitionForm& form) = 0;
+    // The alarm list (frmListaAlarmas): the picked alarm's number, 0 for none.
+    virtual int ChooseAlarm(const EntryList& alarms) = 0;
+
+    // The month calendar: paints the grid as given.
+    virtual void ShowMonthGrid(const MonthGrid& grid) = 0;
+    // The detail area under the calendar: shown with a day's texts (the window grows to its
+    // tall height), or hidden (back to the compact height).
+    virtual void ShowDetails(const std::string& text) = 0;
+    virtual void HideDetails() = 0;
+    // Takes the focus off the calendar's buttons after each action.
+    virtual void FocusAway() = 0;
+    // A day's pop-up menu at the mouse: what the user chose, nothing when dismissed.
+    virtual std::optional<DayMenuChoice> PopUpDayMenu(const DayMenu& menu) = 0;
 };
 
 }  // namespace vt

@@ -4,15 +4,23 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFocusEvent>
+#include <QFrame>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPalette>
+#include <QPlainTextEdit>
 #include <QStatusBar>
 #include <QTimer>
+#include <QVBoxLayout>
 
+#include "agenda/alarm_dialog.h"
+#include "agenda/alarm_list_dialog.h"
 #include "agenda/repeat_dialog.h"
+#include "agenda/repetition_dialog.h"
+#include "calendar/day_menu.h"
+#include "calendar/qt_month_calendar.h"
 #include "shell/app.h"
 #include "shell/config_dialog.h"
 #include "shell/qt_time_box.h"
@@ -22,8 +30,9 @@ namespace vt {
 
 namespace {
 // The compact window of the original, 3960 twips high at 15 twips to the pixel.
-constexpr int kWindowWidth = 330;
-constexpr int kWindowHeight = 264;
+constexpr int kWindowWidth = 430;
+constexpr int kCompactHeight = 264;
+constexpr int kTallHeight = 338;
 
 constexpr std::array<const char*, 3> kClockInCaptions{"Entrada 1:", "Salida 1:", "Entrada 2:"};
 }  // namespace
@@ -31,7 +40,7 @@ constexpr std::array<const char*, 3> kClockInCaptions{"Entrada 1:", "Salida 1:",
 FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_dialogs(dialogs) {
     setObjectName(QStringLiteral("frmReloj"));
     buildClockIns();
-    resize(kWindowWidth, kWindowHeight);
+    resize(kWindowWidth, kCompactHeight);
 
     menuBar()->addMenu(buildMenu("mnuOpciones", "Opciones",
                                  {{"mnuConfig", "Configuración"},
@@ -69,6 +78,13 @@ FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_d
     QAction* config = menuItem(QStringLiteral("mnuConfig"));
     config->setEnabled(true);
     connect(config, &QAction::triggered, this, &FrmReloj::onConfig);
+    enableItem("mnuAlarmaNueva", [this] { m_app->NewAlarm(""); });
+    enableItem("mnuAlarmaMostrar", [this] { m_app->ShowAllAlarms(); });
+    enableItem("mnuRepeticionNueva", [this] { m_app->NewRepetition(""); });
+    enableItem("mnuAlarmaInforme", [this] { m_app->ShowProximityReport(true); });
+    // The day menu's items are answered through the menu's result, not their own signals.
+    menuItem(QStringLiteral("mnuPopUpRepeticion"))->setEnabled(true);
+    menuItem(QStringLiteral("mnuPopUpAlarma"))->setEnabled(true);
 
     m_mnuRepeticion = repeticion;
     m_mnuRepeticionNinguna = repeticion->findChild<QAction*>(QStringLiteral("mnuRepeticionNinguna"));
@@ -104,6 +120,36 @@ void FrmReloj::buildClockIns() {
     grid->addWidget(m_lblSalida, departureRow, 1);
     grid->setRowStretch(departureRow + 1, 1);
     grid->setColumnStretch(2, 1);
+
+    // The month calendar to the right of the clock-ins, the day details below both.
+    m_calendar = new MonthCalendar(central);
+    grid->addWidget(m_calendar, 0, 3, departureRow + 2, 1, Qt::AlignTop);
+    connect(m_calendar, &MonthCalendar::moveRequested, this, [this](int button) {
+        if (m_app != nullptr) {
+            m_app->MoveCalendar(button);
+        }
+    });
+    connect(m_calendar, &MonthCalendar::dayHovered, this, [this](int cell) {
+        if (m_app != nullptr) {
+            m_app->HoverDay(cell);
+        }
+    });
+    connect(m_calendar, &MonthCalendar::dayClicked, this, [this](int cell, QPoint at) {
+        if (m_app != nullptr) {
+            m_dayClickedAt = at;
+            m_app->ClickDay(cell);
+        }
+    });
+    m_fraResumen = new QFrame(central);
+    m_fraResumen->setObjectName(QStringLiteral("fraResumen"));
+    m_fraResumen->setFrameShape(QFrame::StyledPanel);
+    auto* frameLayout = new QVBoxLayout(m_fraResumen);
+    frameLayout->setContentsMargins(2, 2, 2, 2);
+    m_txtResumen = new QPlainTextEdit(m_fraResumen);
+    m_txtResumen->setObjectName(QStringLiteral("txtResumen"));
+    m_txtResumen->setReadOnly(true);
+    frameLayout->addWidget(m_txtResumen);
+    grid->addWidget(m_fraResumen, departureRow + 2, 0, 1, 4);
     setCentralWidget(central);
 
     m_statusLine = new QLabel(statusBar());
@@ -188,9 +234,13 @@ void FrmReloj::ShowRepetitionMenu(const std::vector<std::string>& entries) {
         // the caption is the entry exactly as stored.
         const QString caption = QString::fromStdString(entries[i]).replace(QLatin1Char('&'), QStringLiteral("&&"));
         auto* item = new QAction(caption, m_mnuRepeticion);
-        item->setObjectName(QStringLiteral("mnuRepeticionDato(%1)").arg(i + 1));
-        // Choosing one will open the repetition editor, which is not there yet.
-        item->setEnabled(false);
+        const int index = static_cast<int>(i) + 1;
+        item->setObjectName(QStringLiteral("mnuRepeticionDato(%1)").arg(index));
+        connect(item, &QAction::triggered, this, [this, index] {
+            if (m_app != nullptr) {
+                m_app->OpenRepetition(index);
+            }
+        });
         m_mnuRepeticion->addAction(item);
         m_mnuRepeticionDato.append(item);
     }
@@ -207,6 +257,67 @@ std::optional<int> FrmReloj::AskRepeatLater(const RepeatPrompt& prompt) {
     // Over the main window even while it is hidden in the tray: the dialog is a window of its
     // own and comes forward by itself.
     return FrmRepetir::ask(this, prompt);
+}
+
+void FrmReloj::ShowMonthGrid(const MonthGrid& grid) {
+    m_calendar->showGrid(grid);
+}
+
+void FrmReloj::ShowDetails(const std::string& text) {
+    m_txtResumen->setPlainText(QString::fromStdString(text));
+    setDetailsShown(true);
+}
+
+void FrmReloj::HideDetails() {
+    setDetailsShown(false);
+}
+
+void FrmReloj::setDetailsShown(bool shown) {
+    m_fraResumen->setVisible(shown);
+    // The compact and the tall window of the original: 3960 and 5065 twips at 15 to the pixel.
+    resize(width(), shown ? kTallHeight : kCompactHeight);
+}
+
+void FrmReloj::FocusAway() {
+    m_calendar->focusAway();
+}
+
+std::optional<DayMenuChoice> FrmReloj::PopUpDayMenu(const DayMenu& menu) {
+    return MonthCalendar::popUpDayMenu(m_mnuPopUp, menu, m_dayClickedAt);
+}
+
+void FrmReloj::showProximityReport() {
+    if (m_app != nullptr) {
+        m_app->ShowProximityReport(true);
+    }
+}
+
+void FrmReloj::windowRestored() {
+    if (m_app != nullptr) {
+        m_app->WindowRestored();
+    }
+}
+
+EditorAction FrmReloj::EditAlarm(AlarmForm& form) {
+    return FrmAlarma::edit(this, m_dialogs, m_app->GetClock(), form);
+}
+
+EditorAction FrmReloj::EditRepetition(RepetitionForm& form) {
+    return FrmRepeticion::edit(this, m_dialogs, m_app->GetClock(), form);
+}
+
+int FrmReloj::ChooseAlarm(const EntryList& alarms) {
+    return FrmListaAlarmas::choose(this, alarms);
+}
+
+void FrmReloj::enableItem(const char* name, std::function<void()> action) {
+    QAction* item = menuItem(QString::fromUtf8(name));
+    item->setEnabled(true);
+    connect(item, &QAction::triggered, this, [this, action = std::move(action)] {
+        if (m_app != nullptr) {
+            action();
+        }
+    });
 }
 
 QAction* FrmReloj::menuItem(const QString& name) const {

@@ -1,7 +1,9 @@
 #pragma once
 #include <QList>
 #include <QMainWindow>
+#include <QPoint>
 #include <array>
+#include <functional>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -10,6 +12,8 @@
 #include "shell/main_view.h"
 
 class QAction;
+class QFrame;
+class QPlainTextEdit;
 class QLabel;
 class QMenu;
 class QTimer;
@@ -17,6 +21,7 @@ class QTimer;
 namespace vt {
 
 class App;
+class MonthCalendar;
 class Dialogs;
 class FrmSysTray;
 class TimeBox;
@@ -46,6 +51,18 @@ public:
     void ShowRepetitionMenu(const std::vector<std::string>& entries) override;
     bool ModalOpen() const override;
     std::optional<int> AskRepeatLater(const RepeatPrompt& prompt) override;
+    EditorAction EditAlarm(AlarmForm& form) override;
+    EditorAction EditRepetition(RepetitionForm& form) override;
+    int ChooseAlarm(const EntryList& alarms) override;
+    void ShowMonthGrid(const MonthGrid& grid) override;
+    void ShowDetails(const std::string& text) override;
+    void HideDetails() override;
+    void FocusAway() override;
+    std::optional<DayMenuChoice> PopUpDayMenu(const DayMenu& menu) override;
+
+    // The tray's "Informe de proximidad", and its word that it brought the window back.
+    void showProximityReport();
+    void windowRestored();
 
     // Once App::Start has gone through: the timer takes the interval App set, and runs if
     // App enabled it.
@@ -83,6 +100,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // Turns a menu item on and runs the action when it is chosen (once App is joined).
+    void enableItem(const char* name, std::function<void()> action);
+    void setDetailsShown(bool shown);
     // A "-" name stands for a separator.
     struct MenuRow {
         const char* name;
@@ -99,6 +119,10 @@ private:
     bool beginEnding(int exitStatus);
 
     Dialogs& m_dialogs;
+    MonthCalendar* m_calendar = nullptr;
+    QFrame* m_fraResumen = nullptr;
+    QPlainTextEdit* m_txtResumen = nullptr;
+    QPoint m_dayClickedAt;
     App* m_app = nullptr;
     FrmSysTray* m_tray = nullptr;
     std::array<TimeBox*, 3> m_txtHora{};

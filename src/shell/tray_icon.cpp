@@ -173,7 +173,7 @@ void FrmSysTray::buildMenu() {
         {"mAbout", "About", false},
         {"mSep1", nullptr, false},
         {"mRestore", "Mostrar aplicación", true},
-        {"mnuInforme", "Informe de proximidad", false},
+        {"mnuInforme", "Informe de proximidad", true},
         {"mnuAccesos", "Accesos de hoy", false},
         {"mSep4", nullptr, false},
         {"mnuTareaMarcar", "TAREAS", false},
@@ -197,6 +197,11 @@ void FrmSysTray::buildMenu() {
     m_mAbout = menuItem(QStringLiteral("mAbout"));
     m_mRestore = menuItem(QStringLiteral("mRestore"));
     connect(m_mRestore, &QAction::triggered, this, &FrmSysTray::showMainWindow);
+    connect(menuItem(QStringLiteral("mnuInforme")), &QAction::triggered, this, [this] {
+        if (m_window != nullptr) {
+            m_window->showProximityReport();
+        }
+    });
     connect(menuItem(QStringLiteral("mnuMinimizar")), &QAction::triggered, this, &FrmSysTray::minimiseMainWindow);
     connect(menuItem(QStringLiteral("mExit")), &QAction::triggered, this, [this] {
         if (m_window != nullptr) {
@@ -320,6 +325,7 @@ void FrmSysTray::showMainWindow() {
     // Activating the window gives the keyboard to the control that last had it there (a
     // clock-in box), which is where the user goes on typing.
     m_window->activateWindow();
+    m_window->windowRestored();
 }
 
 void FrmSysTray::minimiseMainWindow() {

@@ -44,6 +44,12 @@ struct AppState {
 
     // Counts main-timer ticks up to the next recent-files scan; 16 bits like the original
     // counter, which the scan rule relies on never overflowing.
+    // The date the month calendar is set to; today at start-up.
+    Date CalendarDate{};
+    // Raised while the proximity report's message box is open: bringing the window back from
+    // the tray then leaves the calendar where it is.
+    bool ReportShowing = false;
+
     std::int16_t TickCounter = 0;
     int TimerIntervalMs = 0;
     bool TimerEnabled = false;

@@ -5,6 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "agenda/alarm_editor.h"
+#include "agenda/repetition_editor.h"
+#include "calendar/day_menu.h"
+#include "calendar/month_grid.h"
 #include "platform/instance_lock.h"
 #include "platform/locale_info.h"
 #include "shell/main_view.h"
@@ -61,6 +65,34 @@ public:
         return answer;
     }
 
+    EditorAction EditAlarm(AlarmForm& form) override {
+        alarm_forms.push_back(form);
+        return edit_alarm ? edit_alarm(form) : EditorAction::Cancel;
+    }
+    EditorAction EditRepetition(RepetitionForm& form) override {
+        repetition_forms.push_back(form);
+        return edit_repetition ? edit_repetition(form) : EditorAction::Cancel;
+    }
+    int ChooseAlarm(const EntryList& alarms) override {
+        listed_alarms = std::vector<std::string>(alarms.begin(), alarms.end());
+        return chosen_alarm;
+    }
+
+    void ShowMonthGrid(const MonthGrid& shown) override {
+        grid = shown;
+        ++grids_shown;
+    }
+    void ShowDetails(const std::string& text) override {
+        details_visible = true;
+        details = text;
+    }
+    void HideDetails() override { details_visible = false; }
+    void FocusAway() override { ++focus_moves; }
+    std::optional<DayMenuChoice> PopUpDayMenu(const DayMenu& menu) override {
+        day_menus.push_back(menu);
+        return day_menu_choice;
+    }
+
     std::vector<std::string> captions;
     std::array<std::string, 3> clock_ins;
     std::array<std::string, 3> typed;
@@ -75,6 +107,21 @@ public:
     // Answers of the repeat-later dialog in order; nothing stands for "Nunca".
     std::vector<std::optional<int>> repeat_answers;
     std::function<void()> on_repeat_prompt;
+    // The editors: what they were opened with, and what the user does in them.
+    std::vector<AlarmForm> alarm_forms;
+    std::vector<RepetitionForm> repetition_forms;
+    std::function<EditorAction(AlarmForm&)> edit_alarm;
+    std::function<EditorAction(RepetitionForm&)> edit_repetition;
+    std::vector<std::string> listed_alarms;
+    int chosen_alarm = 0;
+    // The month calendar.
+    MonthGrid grid;
+    int grids_shown = 0;
+    bool details_visible = true;
+    std::string details;
+    int focus_moves = 0;
+    std::vector<DayMenu> day_menus;
+    std::optional<DayMenuChoice> day_menu_choice;
 };
 
 // A tray that only counts how often it was put in place and keeps its notifications.

@@ -1,0 +1,147 @@
+// The agenda's menu items as App runs them: each editor opened on the right form, and after a
+// change the follow-up the item owes (reminders launched, menu rebuilt, settings saved, scan).
+#include <gtest/gtest.h>
+
+#include "entry_lists.h"
+#include "fake_clock.h"
+#include "fake_ports.h"
+#include "scripted_dialogs.h"
+#include "shell/app.h"
+#include "temp_app_folder.h"
+
+namespace vt {
+namespace {
+
+class AgendaMenusTest : public ::testing::Test {
+protected:
+    AgendaMenusTest() {
+        clock.Set(6, 3, 2024, 8, 12);
+        folder.WriteFile("VendrakoTimer.ini",
+                         "[GENERAL]\r\nFECHA=06-03-24\r\nENTRADA1=08:00\r\nNUM_ALARMAS=1\r\n"
+                         "[REPETICIONES]\r\nREP_001=07/03/2024 09:00 Llamar a Ana\r\n"
+                         "[ALARMAS]\r\nALA_001=20/03/2024 10:00 01 M 07 0 Factura\r\n");
+        app = std::make_unique<App>(AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath()}, view, tray);
+        EXPECT_EQ(app->Start("DESA"), Outcome::Continue);
+        app->SetScanHook([this] { ++scans; });
+        dialogs.Forget();  // the proximity report of the start
+    }
+    std::vector<std::string> Alarms() const { return test::Items(app->State().settings.Alarms); }
+    std::vector<std::string> Repetitions() const { return test::Items(app->State().settings.Repetitions); }
+    std::string File() const { return folder.ReadFile("VendrakoTimer.ini"); }
+
+    test::TempAppFolder folder;
+    test::FakeClock clock;
+    test::ScriptedDialogs dialogs;
+    test::FakeLocaleInfo locale;
+    test::FakeInstanceLock lock;
+    test::RecordingMainView view;
+    test::RecordingTrayView tray;
+    std::unique_ptr<App> app;
+    int scans = 0;
+};
+
+TEST_F(AgendaMenusTest, ANewAlarmForLaterTodayBecomesAReminderAtOnceAndIsSaved) {
+    view.edit_alarm = [&](AlarmForm& form) {
+        EXPECT_FALSE(app->State().ClockInBoxesActive) << "the clock-in boxes rest while the editor is open";
+        form.fecha = "06/03/2024";
+        form.hora = "17:30";
+        form.texto = "Recoger el coche";
+        return EditorAction::Save;
+    };
+    app->NewAlarm("");
+    ASSERT_EQ(view.alarm_forms.size(), 1u);
+    EXPECT_EQ(view.alarm_forms[0].fecha, "") << "the menu item leaves the date to the user";
+    EXPECT_EQ(Alarms(), std::vector<std::string>{"20/03/2024 10:00 01 M 07 0 Factura"})
+        << "a never-repeating alarm for today leaves the list as a reminder";
+    EXPECT_EQ(Repetitions(),
+              (std::vector<std::string>{"06/03/2024 17:30 Recoger el coche", "07/03/2024 09:00 Llamar a Ana"}));
+    EXPECT_EQ(view.repetition_menu, Repetitions());
+    EXPECT_NE(File().find("REP_001=06/03/2024 17:30 Recoger el coche\r\n"), std::string::npos);
+    EXPECT_EQ(folder.ReadFile("LOG/TIMER.LOG"),
+              "[06/03/2024 08:12:00] NEW> 06/03/2024 17:30 00 D 14 0 Recoger el coche\r\n"
+              "[06/03/2024 08:12:00] REP> 06/03/2024 17:30 00 D 14 0 Recoger el coche\r\n");
+    EXPECT_EQ(scans, 1);
+    EXPECT_TRUE(app->State().ClockInBoxesActive);
+}
+
+TEST_F(AgendaMenusTest, ACancelledEditorChangesAndSavesNothing) {
+    const std::string before = File();
+    app->NewAlarm("");
+    app->NewRepetition("");
+    app->OpenRepetition(1);
+    EXPECT_EQ(File(), before);
+    EXPECT_EQ(scans, 0);
+    EXPECT_FALSE(folder.Exists("LOG/TIMER.LOG"));
+    EXPECT_TRUE(app->State().ClockInBoxesActive);
+}
+
+TEST_F(AgendaMenusTest, AListedReminderOpensInChangeModeAndSavesWithoutALogLine) {
+    view.edit_repetition = [](RepetitionForm& form) {
+        form.hora = "08:12";  // moved to the present minute
+        return EditorAction::Save;
+    };
+    app->OpenRepetition(1);
+    ASSERT_EQ(view.repetition_forms.size(), 1u);
+    EXPECT_EQ(view.repetition_forms[0].texto, "Llamar a Ana");
+    EXPECT_TRUE(view.repetition_forms[0].can_delete);
+    EXPECT_EQ(Repetitions(), std::vector<std::string>{"07/03/2024 08:12 Llamar a Ana"});
+    EXPECT_NE(File().find("REP_001=07/03/2024 08:12 Llamar a Ana\r\n"), std::string::npos);
+    EXPECT_FALSE(folder.Exists("LOG/TIMER.LOG"));
+    EXPECT_EQ(scans, 1);
+}
+
+TEST_F(AgendaMenusTest, ARepetitionMovedToThePresentMinuteFiresAtTheNextTick) {
+    view.edit_repetition = [](RepetitionForm& form) {
+        form.fecha = "06/03/2024";
+        form.hora = "08:12";
+        return EditorAction::Save;
+    };
+    app->OpenRepetition(1);
+    view.repeat_answers = {std::nullopt};
+    app->Tick();
+    ASSERT_EQ(view.prompts.size(), 1u);
+    EXPECT_EQ(view.prompts[0].text, "Llamar a Ana");
+}
+
+TEST_F(AgendaMenusTest, TheAlarmListOpensThePickedAlarmAndLogsItsDeletion) {
+    view.chosen_alarm = 1;
+    dialogs.QueueAnswer(MsgAnswer::Ok);
+    view.edit_alarm = [&](AlarmForm& form) {
+        EXPECT_EQ(form.texto, "Factura");
+        return ConfirmDeleteAlarm(dialogs) ? EditorAction::Delete : EditorAction::Cancel;
+    };
+    app->ShowAllAlarms();
+    EXPECT_EQ(view.listed_alarms, std::vector<std::string>{"20/03/2024 10:00 01 M 07 0 Factura"});
+    EXPECT_TRUE(Alarms().empty());
+    EXPECT_EQ(folder.ReadFile("LOG/TIMER.LOG"), "[06/03/2024 08:12:00] DEL> 20/03/2024 10:00 01 M 07 0 Factura\r\n");
+    EXPECT_NE(File().find("NUM_ALARMAS=0\r\n"), std::string::npos);
+}
+
+TEST_F(AgendaMenusTest, NothingPickedFromTheListOpensNoEditor) {
+    app->ShowAllAlarms();
+    EXPECT_TRUE(view.alarm_forms.empty());
+    EXPECT_TRUE(app->State().ClockInBoxesActive);
+}
+
+TEST_F(AgendaMenusTest, CalendarEntriesOpenTheirEditorAndAnUnknownKindSaysSo) {
+    app->OpenDayEntry("ALA", 1);
+    app->OpenDayEntry("REP", 1);
+    EXPECT_EQ(view.alarm_forms.size(), 1u);
+    EXPECT_EQ(view.repetition_forms.size(), 1u);
+    const std::string before = File();
+    app->OpenDayEntry("XYZ", 1);
+    ASSERT_EQ(dialogs.Shown().size(), 1u);
+    EXPECT_EQ(dialogs.Shown()[0].text, "Algo va mal");
+    EXPECT_EQ(File(), before);
+}
+
+TEST_F(AgendaMenusTest, TheCalendarDayIsTheNewEntrysDate) {
+    app->NewRepetition("12/03/2024");
+    app->NewAlarm("12/03/2024");
+    EXPECT_EQ(view.repetition_forms.at(0).fecha, "12/03/2024");
+    EXPECT_EQ(view.alarm_forms.at(0).fecha, "12/03/2024");
+    EXPECT_EQ(view.alarm_forms.at(0).hora, "08:12");
+}
+
+}  // namespace
+}  // namespace vt

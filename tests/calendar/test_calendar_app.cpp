@@ -1,0 +1,143 @@
+// The month calendar and the proximity report as App runs them in the main window.
+#include <gtest/gtest.h>
+
+#include "fake_clock.h"
+#include "fake_ports.h"
+#include "scripted_dialogs.h"
+#include "shell/app.h"
+#include "temp_app_folder.h"
+
+namespace vt {
+namespace {
+
+class CalendarAppTest : public ::testing::Test {
+protected:
+    CalendarAppTest() {
+        clock.Set(13, 3, 2024, 9, 0);  // Wednesday; cell 0 of today's view is Monday 11 March
+        folder.WriteFile("VendrakoTimer.ini",
+                         "[GENERAL]\r\nFECHA=13-03-24\r\nENTRADA1=08:00\r\nNUM_ALARMAS=2\r\n"
+                         "[REPETICIONES]\r\nREP_001=15/03/2024 09:00 Llamar a Ana\r\n"
+                         "[ALARMAS]\r\nALA_001=13/03/2024 18:00 07 D 00 0 Gimnasio\r\n"
+                         "ALA_002=15/03/2024 10:00 01 M 07 1 Factura\r\n");
+        app = std::make_unique<App>(AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath()}, view, tray);
+        EXPECT_EQ(app->Start("DESA"), Outcome::Continue);
+    }
+
+    test::TempAppFolder folder;
+    test::FakeClock clock;
+    test::ScriptedDialogs dialogs;
+    test::FakeLocaleInfo locale;
+    test::FakeInstanceLock lock;
+    test::RecordingMainView view;
+    test::RecordingTrayView tray;
+    std::unique_ptr<App> app;
+};
+
+TEST_F(CalendarAppTest, StartUpDrawsTodaysMonthCompactAndShowsTheReport) {
+    EXPECT_EQ(view.grid.start, MakeDate(11, 3, 2024));
+    EXPECT_EQ(view.grid.caption, "MAR - 2024");
+    EXPECT_TRUE(view.grid.cells[4].bold);
+    // Today's weekly alarm became a reminder for today and moved on a week before the grid
+    // and the report were made.
+    EXPECT_TRUE(view.grid.cells[2].underline);
+    EXPECT_FALSE(view.grid.cells[2].bold);
+    EXPECT_TRUE(view.grid.cells[9].bold);
+    EXPECT_FALSE(view.details_visible);
+    ASSERT_EQ(dialogs.Shown().size(), 1u);
+    EXPECT_EQ(dialogs.Shown()[0].text, "Pasado mañana:\r\n- Factura\r\n");
+    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Information);
+    EXPECT_EQ(dialogs.Shown()[0].title, "");
+}
+
+TEST_F(CalendarAppTest, TheClosingPathScansBacksUpAndShowsTheReportLast) {
+    int scans = 0;
+    app->SetScanHook([&] { ++scans; });
+    dialogs.Forget();
+    folder.WriteFile("LOG/TAREAS.LOG", "x\r\n");
+    app->Shutdown(true);
+    EXPECT_EQ(scans, 1);
+    EXPECT_TRUE(folder.Exists("Backup/TAREAS.LOG"));
+    ASSERT_EQ(dialogs.Shown().size(), 1u);
+    EXPECT_EQ(dialogs.Shown()[0].text, "Pasado mañana:\r\n- Factura\r\n");
+}
+
+TEST_F(CalendarAppTest, WhenTheSessionEndsTheReportIsNotShown) {
+    dialogs.Forget();
+    app->Shutdown(false);
+    EXPECT_TRUE(dialogs.Shown().empty());
+}
+
+TEST_F(CalendarAppTest, NavigationRefillsAndMovesTheFocusAway) {
+    app->MoveCalendar(2);
+    EXPECT_EQ(view.grid.displayed, MakeDate(1, 4, 2024));
+    EXPECT_EQ(view.grid.start, MakeDate(1, 4, 2024));
+    EXPECT_EQ(view.focus_moves, 1);
+    app->MoveCalendar(4);
+    EXPECT_EQ(view.grid.start, MakeDate(11, 3, 2024));
+}
+
+TEST_F(CalendarAppTest, HoveringShowsADaysTextsAndAnEmptyDayHidesThem) {
+    app->HoverDay(4);  // Friday 15 March
+    EXPECT_TRUE(view.details_visible);
+    EXPECT_EQ(view.details, "Llamar a Ana // Factura // ");
+    app->HoverDay(5);
+    EXPECT_FALSE(view.details_visible);
+}
+
+TEST_F(CalendarAppTest, AClickOffersTheDaysEntriesAndOpensTheChosenOne) {
+    view.day_menu_choice = DayMenuChoice{DayMenuChoice::Kind::Detail, 2};
+    app->ClickDay(4);
+    ASSERT_EQ(view.day_menus.size(), 1u);
+    const DayMenu& menu = view.day_menus[0];
+    EXPECT_EQ(menu.date_caption, "15/03/2024");
+    ASSERT_EQ(menu.rows.size(), 2u);
+    EXPECT_EQ(menu.rows[0].caption, "[ALA] Factura");
+    EXPECT_EQ(menu.rows[1].caption, "[REP] 09:00 Llamar a Ana");
+    ASSERT_EQ(view.repetition_forms.size(), 1u) << "row 2 is the repetition";
+    EXPECT_EQ(view.repetition_forms[0].texto, "Llamar a Ana");
+    EXPECT_FALSE(view.details_visible);
+}
+
+TEST_F(CalendarAppTest, AddingFromADayPresetsThatDayAndTheNewEntryMarksIt) {
+    view.day_menu_choice = DayMenuChoice{DayMenuChoice::Kind::AddRepetition, 0};
+    view.edit_repetition = [](RepetitionForm& form) {
+        form.hora = "12:00";
+        form.texto = "Dentista";
+        return EditorAction::Save;
+    };
+    app->ClickDay(8);  // Tuesday 19 March
+    ASSERT_EQ(view.repetition_forms.size(), 1u);
+    EXPECT_EQ(view.repetition_forms[0].fecha, "19/03/2024");
+    EXPECT_TRUE(view.grid.cells[8].underline);
+    EXPECT_EQ(view.grid.cells[8].tag, "Dentista // ");
+}
+
+TEST_F(CalendarAppTest, ADismissedMenuOrTheDateItemDoNothing) {
+    app->ClickDay(4);
+    view.day_menu_choice = DayMenuChoice{DayMenuChoice::Kind::DateItem, 0};
+    app->ClickDay(4);
+    EXPECT_TRUE(view.alarm_forms.empty());
+    EXPECT_TRUE(view.repetition_forms.empty());
+}
+
+TEST_F(CalendarAppTest, ComingBackFromTheTrayReturnsToTodayUnlessTheReportIsOpen) {
+    app->MoveCalendar(2);
+    app->State().ReportShowing = true;
+    app->WindowRestored();
+    EXPECT_EQ(view.grid.displayed, MakeDate(1, 4, 2024));
+    app->State().ReportShowing = false;
+    app->WindowRestored();
+    EXPECT_EQ(view.grid.start, MakeDate(11, 3, 2024));
+}
+
+TEST_F(CalendarAppTest, AFiredReminderLeavesTheGrid) {
+    clock.Set(15, 3, 2024, 9, 0);
+    view.repeat_answers = {std::nullopt};
+    const int before = view.grids_shown;
+    app->Tick();
+    EXPECT_GT(view.grids_shown, before);
+    EXPECT_FALSE(view.grid.cells[4].underline);
+}
+
+}  // namespace
+}  // namespace vt

@@ -28,38 +28,18 @@ if [ -n "${DISPLAY:-}" ] && xdpyinfo >/dev/null 2>&1; then
 fi
 
 echo "No display: starting the program on a virtual display."
-display_number=$(for n in $(seq 90 130); do [ -e "/tmp/.X11-unix/X$n" ] || { echo "$n"; break; }; done)
-export DISPLAY=":$display_number"
-Xvfb "$DISPLAY" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
-xvfb_pid=$!
+vt_start_xvfb
 program_pid=""
 cleanup() {
     [ -n "$program_pid" ] && kill "$program_pid" 2>/dev/null || true
-    kill "$xvfb_pid" 2>/dev/null || true
+    kill "$VT_XVFB_PID" 2>/dev/null || true
 }
 trap cleanup EXIT
-for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
 
 "${program[@]}" "$@" &
 program_pid=$!
-window=""
-for _ in $(seq 100); do
-    window=$(xdotool search --name "VendrakoTimer 3.52" 2>/dev/null | head -n 1 || true)
-    [ -n "$window" ] && break
-    # The proximity report comes up before the main window: answer it as a user would.
-    box=$(xdotool search --all --pid "$program_pid" --name "^VendrakoTimer$" 2>/dev/null | head -n 1 || true)
-    if [ -n "$box" ]; then
-        xdotool windowfocus --sync "$box" 2>/dev/null || true
-        xdotool key --clearmodifiers Return 2>/dev/null || true
-    fi
-    if ! kill -0 "$program_pid" 2>/dev/null; then
-        echo "The program ended before its window appeared." >&2
-        exit 1
-    fi
-    sleep 0.2
-done
-if [ -z "$window" ]; then
-    echo "The main window did not appear within 20 seconds." >&2
+if ! window=$(vt_wait_for_main_window "$program_pid"); then
+    echo "The main window did not appear." >&2
     exit 1
 fi
 sleep 1

@@ -36,26 +36,12 @@ printf '%s\r\n' "[GENERAL]" "FECHA=$(date +%d-%m-%y)" "ENTRADA1=08:00" "SALIDA1=
     "ALA_003=$(day '+12 days') 17:00 07 D 00 0 Clase de ingles" "" \
     "[ACCESOS]" "ULTIMO=$(date +%d/%m/%Y) 00:00:00" >"$work/VendrakoTimer.ini"
 
-display_number=$(for n in $(seq 90 130); do [ -e "/tmp/.X11-unix/X$n" ] || { echo "$n"; break; }; done)
-export DISPLAY=":$display_number"
-Xvfb "$DISPLAY" -screen 0 800x600x24 -nolisten tcp >/dev/null 2>&1 &
-xvfb_pid=$!
-for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
+vt_start_xvfb 800x600x24
+xvfb_pid=$VT_XVFB_PID
 
 LC_TIME=en_GB.UTF-8 HOME="$work" "$work/VendrakoTimer" DESA >/dev/null 2>&1 &
 program_pid=$!
-window=""
-for _ in $(seq 100); do
-    window=$(xdotool search --name "VendrakoTimer 3.52" 2>/dev/null | head -n 1 || true)
-    [ -n "$window" ] && break
-    box=$(xdotool search --all --pid "$program_pid" --name "^VendrakoTimer$" 2>/dev/null | head -n 1 || true)
-    if [ -n "$box" ]; then
-        xdotool windowfocus --sync "$box" 2>/dev/null || true
-        xdotool key --clearmodifiers Return 2>/dev/null || true
-    fi
-    sleep 0.2
-done
-[ -n "$window" ] || { echo "The main window did not appear." >&2; exit 1; }
+window=$(vt_wait_for_main_window "$program_pid") || { echo "The main window did not appear." >&2; exit 1; }
 sleep 1
 
 # Point at the day with the birthday: its texts show in the detail area below the calendar.

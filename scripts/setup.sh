@@ -32,3 +32,36 @@ VT_CHECK_PACKAGES=(clang clang-format libclang-rt-14-dev)
 vt_root() { cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd; }
 
 vt_jobs() { nproc 2>/dev/null || echo 2; }
+
+# Starts a virtual display on a free number and exports DISPLAY; its process id goes into
+# VT_XVFB_PID.
+vt_start_xvfb() {
+    local number
+    number=$(for n in $(seq 90 130); do [ -e "/tmp/.X11-unix/X$n" ] || { echo "$n"; break; }; done)
+    export DISPLAY=":$number"
+    Xvfb "$DISPLAY" -screen 0 "${1:-1024x768x24}" -nolisten tcp >/dev/null 2>&1 &
+    VT_XVFB_PID=$!
+    for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
+}
+
+# Waits up to 20 s for the main window of the program with process id $1 and prints its
+# window id. The proximity report comes up before the main window: it is answered with Enter,
+# as a user would. Fails when the program ends first or the window never comes.
+vt_wait_for_main_window() {
+    local pid=$1 window box
+    for _ in $(seq 100); do
+        window=$(xdotool search --name "VendrakoTimer 3.52" 2>/dev/null | head -n 1 || true)
+        if [ -n "$window" ]; then
+            echo "$window"
+            return 0
+        fi
+        kill -0 "$pid" 2>/dev/null || return 1
+        box=$(xdotool search --all --pid "$pid" --name "^VendrakoTimer$" 2>/dev/null | head -n 1 || true)
+        if [ -n "$box" ]; then
+            xdotool windowfocus --sync "$box" 2>/dev/null || true
+            xdotool key --clearmodifiers Return 2>/dev/null || true
+        fi
+        sleep 0.2
+    done
+    return 1
+}

@@ -2,17 +2,13 @@
 // change the follow-up the item owes (reminders launched, menu rebuilt, settings saved, scan).
 #include <gtest/gtest.h>
 
+#include "app_harness.h"
 #include "entry_lists.h"
-#include "fake_clock.h"
-#include "fake_ports.h"
-#include "scripted_dialogs.h"
-#include "shell/app.h"
-#include "temp_app_folder.h"
 
 namespace vt {
 namespace {
 
-class AgendaMenusTest : public ::testing::Test {
+class AgendaMenusTest : public ::testing::Test, public test::AppHarness {
 protected:
     AgendaMenusTest() {
         clock.Set(6, 3, 2024, 8, 12);
@@ -20,23 +16,13 @@ protected:
                          "[GENERAL]\r\nFECHA=06-03-24\r\nENTRADA1=08:00\r\nNUM_ALARMAS=1\r\n"
                          "[REPETICIONES]\r\nREP_001=07/03/2024 09:00 Llamar a Ana\r\n"
                          "[ALARMAS]\r\nALA_001=20/03/2024 10:00 01 M 07 0 Factura\r\n");
-        app = std::make_unique<App>(AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath()}, view, tray);
-        EXPECT_EQ(app->Start("DESA"), Outcome::Continue);
+        EXPECT_EQ(Start(), Outcome::Continue);
         app->SetScanHook([this] { ++scans; });
         dialogs.Forget();  // the proximity report of the start
     }
     std::vector<std::string> Alarms() const { return test::Items(app->State().settings.Alarms); }
     std::vector<std::string> Repetitions() const { return test::Items(app->State().settings.Repetitions); }
-    std::string File() const { return folder.ReadFile("VendrakoTimer.ini"); }
 
-    test::TempAppFolder folder;
-    test::FakeClock clock;
-    test::ScriptedDialogs dialogs;
-    test::FakeLocaleInfo locale;
-    test::FakeInstanceLock lock;
-    test::RecordingMainView view;
-    test::RecordingTrayView tray;
-    std::unique_ptr<App> app;
     int scans = 0;
 };
 
@@ -56,7 +42,7 @@ TEST_F(AgendaMenusTest, ANewAlarmForLaterTodayBecomesAReminderAtOnceAndIsSaved) 
     EXPECT_EQ(Repetitions(),
               (std::vector<std::string>{"06/03/2024 17:30 Recoger el coche", "07/03/2024 09:00 Llamar a Ana"}));
     EXPECT_EQ(view.repetition_menu, Repetitions());
-    EXPECT_NE(File().find("REP_001=06/03/2024 17:30 Recoger el coche\r\n"), std::string::npos);
+    EXPECT_NE(SettingsFile().find("REP_001=06/03/2024 17:30 Recoger el coche\r\n"), std::string::npos);
     EXPECT_EQ(folder.ReadFile("LOG/TIMER.LOG"),
               "[06/03/2024 08:12:00] NEW> 06/03/2024 17:30 00 D 14 0 Recoger el coche\r\n"
               "[06/03/2024 08:12:00] REP> 06/03/2024 17:30 00 D 14 0 Recoger el coche\r\n");
@@ -65,11 +51,11 @@ TEST_F(AgendaMenusTest, ANewAlarmForLaterTodayBecomesAReminderAtOnceAndIsSaved) 
 }
 
 TEST_F(AgendaMenusTest, ACancelledEditorChangesAndSavesNothing) {
-    const std::string before = File();
+    const std::string before = SettingsFile();
     app->NewAlarm("");
     app->NewRepetition("");
     app->OpenRepetition(1);
-    EXPECT_EQ(File(), before);
+    EXPECT_EQ(SettingsFile(), before);
     EXPECT_EQ(scans, 0);
     EXPECT_FALSE(folder.Exists("LOG/TIMER.LOG"));
     EXPECT_TRUE(app->State().ClockInBoxesActive);
@@ -85,7 +71,7 @@ TEST_F(AgendaMenusTest, AListedReminderOpensInChangeModeAndSavesWithoutALogLine)
     EXPECT_EQ(view.repetition_forms[0].texto, "Llamar a Ana");
     EXPECT_TRUE(view.repetition_forms[0].can_delete);
     EXPECT_EQ(Repetitions(), std::vector<std::string>{"07/03/2024 08:12 Llamar a Ana"});
-    EXPECT_NE(File().find("REP_001=07/03/2024 08:12 Llamar a Ana\r\n"), std::string::npos);
+    EXPECT_NE(SettingsFile().find("REP_001=07/03/2024 08:12 Llamar a Ana\r\n"), std::string::npos);
     EXPECT_FALSE(folder.Exists("LOG/TIMER.LOG"));
     EXPECT_EQ(scans, 1);
 }
@@ -114,7 +100,7 @@ TEST_F(AgendaMenusTest, TheAlarmListOpensThePickedAlarmAndLogsItsDeletion) {
     EXPECT_EQ(view.listed_alarms, std::vector<std::string>{"20/03/2024 10:00 01 M 07 0 Factura"});
     EXPECT_TRUE(Alarms().empty());
     EXPECT_EQ(folder.ReadFile("LOG/TIMER.LOG"), "[06/03/2024 08:12:00] DEL> 20/03/2024 10:00 01 M 07 0 Factura\r\n");
-    EXPECT_NE(File().find("NUM_ALARMAS=0\r\n"), std::string::npos);
+    EXPECT_NE(SettingsFile().find("NUM_ALARMAS=0\r\n"), std::string::npos);
 }
 
 TEST_F(AgendaMenusTest, NothingPickedFromTheListOpensNoEditor) {
@@ -128,11 +114,11 @@ TEST_F(AgendaMenusTest, CalendarEntriesOpenTheirEditorAndAnUnknownKindSaysSo) {
     app->OpenDayEntry("REP", 1);
     EXPECT_EQ(view.alarm_forms.size(), 1u);
     EXPECT_EQ(view.repetition_forms.size(), 1u);
-    const std::string before = File();
+    const std::string before = SettingsFile();
     app->OpenDayEntry("XYZ", 1);
     ASSERT_EQ(dialogs.Shown().size(), 1u);
     EXPECT_EQ(dialogs.Shown()[0].text, "Algo va mal");
-    EXPECT_EQ(File(), before);
+    EXPECT_EQ(SettingsFile(), before);
 }
 
 TEST_F(AgendaMenusTest, TheCalendarDayIsTheNewEntrysDate) {

@@ -1,16 +1,12 @@
 // The month calendar and the proximity report as App runs them in the main window.
 #include <gtest/gtest.h>
 
-#include "fake_clock.h"
-#include "fake_ports.h"
-#include "scripted_dialogs.h"
-#include "shell/app.h"
-#include "temp_app_folder.h"
+#include "app_harness.h"
 
 namespace vt {
 namespace {
 
-class CalendarAppTest : public ::testing::Test {
+class CalendarAppTest : public ::testing::Test, public test::AppHarness {
 protected:
     CalendarAppTest() {
         clock.Set(13, 3, 2024, 9, 0);  // Wednesday; cell 0 of today's view is Monday 11 March
@@ -19,18 +15,8 @@ protected:
                          "[REPETICIONES]\r\nREP_001=15/03/2024 09:00 Llamar a Ana\r\n"
                          "[ALARMAS]\r\nALA_001=13/03/2024 18:00 07 D 00 0 Gimnasio\r\n"
                          "ALA_002=15/03/2024 10:00 01 M 07 1 Factura\r\n");
-        app = std::make_unique<App>(AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath()}, view, tray);
-        EXPECT_EQ(app->Start("DESA"), Outcome::Continue);
+        EXPECT_EQ(Start(), Outcome::Continue);
     }
-
-    test::TempAppFolder folder;
-    test::FakeClock clock;
-    test::ScriptedDialogs dialogs;
-    test::FakeLocaleInfo locale;
-    test::FakeInstanceLock lock;
-    test::RecordingMainView view;
-    test::RecordingTrayView tray;
-    std::unique_ptr<App> app;
 };
 
 TEST_F(CalendarAppTest, StartUpDrawsTodaysMonthCompactAndShowsTheReport) {

@@ -1,0 +1,87 @@
+#include "platform/xdg_special_folders.h"
+
+#include <array>
+#include <cstdlib>
+
+namespace vt {
+
+namespace {
+
+std::string WithoutTrailingSlashes(std::string path) {
+    while (path.size() > 1 && path.back() == '/') {
+        path.pop_back();
+    }
+    return path;
+}
+
+}  // namespace
+
+std::optional<std::string> ProcessEnvironment(std::string_view name) {
+    const char* value = std::getenv(std::string(name).c_str());
+    if (value == nullptr) {
+        return std::nullopt;
+    }
+    return std::string(value);
+}
+
+XdgSpecialFolders::XdgSpecialFolders(EnvironmentLookup environment) : environment_(std::move(environment)) {}
+
+std::string XdgSpecialFolders::BaseFolder(std::string_view variable, std::string_view fallback) const {
+    if (const auto value = environment_(variable); value && !value->empty() && value->front() == '/') {
+        return WithoutTrailingSlashes(*value);
+    }
+    const auto home = environment_("HOME");
+    if (!home || home->empty() || home->front() != '/') {
+        return {};
+    }
+    std::string folder = WithoutTrailingSlashes(*home);
+    if (folder != "/") {
+        folder += '/';
+    }
+    return folder += fallback;
+}
+
+std::string XdgSpecialFolders::CarpetaEspecial(int number) {
+    switch (number) {
+        case kRecentFolder:
+            return BaseFolder("XDG_DATA_HOME", ".local/share");
+        case kStartupFolder: {
+            const std::string config = BaseFolder("XDG_CONFIG_HOME", ".config");
+            return config.empty() ? config : config + "/autostart";
+        }
+        default:
+            return {};
+    }
+}
+
+std::string XdgSpecialFolders::RecentlyUsedListPath() {
+    const std::string folder = CarpetaEspecial(kRecentFolder);
+    return folder.empty() ? folder : folder + "/recently-used.xbel";
+}
+
+std::string XdgSpecialFolders::RecentFilesView() {
+    // These desktops open a URL through "gio open", which hands "recent:///" to their file
+    // manager (Nautilus, Nemo, Caja). KDE, Xfce and the rest would pass it to a browser or
+    // refuse it, so they get the list's folder instead.
+    static constexpr std::array<std::string_view, 7> kGioDesktops{"GNOME", "Unity",  "X-Cinnamon", "Cinnamon",
+                                                                  "MATE",  "Budgie", "Pantheon"};
+    const auto desktops = environment_("XDG_CURRENT_DESKTOP");
+    if (!desktops) {
+        return {};
+    }
+    // A colon-separated list, most specific first ("ubuntu:GNOME").
+    std::string_view rest = *desktops;
+    while (!rest.empty()) {
+        const std::size_t colon = rest.find(':');
+        const std::string_view name = rest.substr(0, colon);
+        for (const std::string_view known : kGioDesktops) {
+            if (name == known) {
+                return "recent:///";
+            }
+        }
+        rest = colon == std::string_view::npos ? std::string_view{} : rest.substr(colon + 1);
+    }
+    return {};
+}
+
+}  // namespace vt

@@ -1,0 +1,101 @@
+#include "accesslog/folder_recent_files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "accesslog_fakes.h"
+#include "lnk_builder.h"
+#include "store/text_file.h"
+#include "temp_app_folder.h"
+
+namespace vt {
+namespace {
+
+using namespace std::chrono;
+
+// 15/03/2024 08:00:00 UTC, 09:00:00 in Madrid.
+const sys_seconds kMorning = sys_days{2024y / March / 15} + hours{8};
+
+class FolderSource : public ::testing::Test {
+protected:
+    std::string Recent() const { return folder_.Path("Recent"); }
+    void Put(const std::string& name, const std::string& bytes, sys_seconds time) {
+        folder_.WriteFile("Recent/" + name, bytes);
+        ASSERT_FALSE(SetFileModifiedTime(Recent() + "/" + name, FileTime{time}));
+    }
+    // The link's own time, not its target's.
+    void Link(const std::string& name, const std::string& target, sys_seconds time) {
+        std::filesystem::create_directories(Recent());
+        std::filesystem::create_symlink(target, Recent() + "/" + name);
+        const timespec times[2] = {{0, UTIME_OMIT}, {static_cast<time_t>(time.time_since_epoch().count()), 0}};
+        ASSERT_EQ(::utimensat(AT_FDCWD, (Recent() + "/" + name).c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
+    }
+
+    test::ScopedTimeZone zone_{test::kMadrid};
+    test::TempAppFolder folder_;
+};
+
+TEST_F(FolderSource, ListsShortcutsLinksAndPlainFilesWithTheirOwnTimes) {
+    Put("informe.docx.LNK", test::BuildLnk({}), kMorning);
+    Put("roto.lnk", "no es un acceso directo", kMorning + seconds{1});
+    Put("notas.txt", "x", kMorning + seconds{2});
+    Put("sub/y.txt", "y", kMorning - days{300});
+    Link("enlace", "/datos/x.pdf", kMorning + seconds{3});
+    Link("relativo", "sub/y.txt", kMorning + seconds{4});
+
+    RecentListing listing = FolderRecentFiles(Recent()).List();
+    ASSERT_EQ(listing.outcome, RecentListingOutcome::Listed);
+    std::sort(listing.files.begin(), listing.files.end(),
+              [](const RecentFile& a, const RecentFile& b) { return a.modified < b.modified; });
+    struct Expected {
+        const char* name;
+        std::string target;
+        int second;
+    };
+    const std::vector<Expected> expected{{"informe.docx.LNK", "C:\\Users\\Ana\\informe.docx", 0},
+                                         {"roto.lnk", "", 1},
+                                         {"notas.txt", "", 2},
+                                         {"enlace", "/datos/x.pdf", 3},
+                                         {"relativo", Recent() + "/sub/y.txt", 4}};
+    ASSERT_EQ(listing.files.size(), expected.size()) << "the subfolder is no recent file";
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        const RecentFile& file = listing.files[i];
+        EXPECT_EQ(file.name, expected[i].name);
+        EXPECT_EQ(file.target, expected[i].target) << file.name;
+        EXPECT_EQ(file.link_path, Recent() + "/" + expected[i].name);
+        EXPECT_EQ(file.modified, MakeDateTime(MakeDate(15, 3, 2024), 9, 0, expected[i].second)) << file.name;
+        EXPECT_FALSE(file.vanished);
+    }
+}
+
+TEST_F(FolderSource, AnEntryGoneSinceTheListingIsVanished) {
+    const FolderEntry entry = ReadFolderEntry(Recent(), "borrado.lnk");
+    EXPECT_TRUE(entry.listed);
+    EXPECT_TRUE(entry.file.vanished);
+    EXPECT_EQ(entry.error, "");
+}
+
+TEST_F(FolderSource, AMissingFolderIsNoSource) {
+    EXPECT_EQ(FolderRecentFiles(Recent()).List().outcome, RecentListingOutcome::NoSource);
+    EXPECT_EQ(FolderRecentFiles("").List().outcome, RecentListingOutcome::NoSource);
+}
+
+// A link that points at itself is there but can never be opened.
+TEST_F(FolderSource, AFolderThatCannotBeListedFails) {
+    std::filesystem::create_symlink(Recent(), Recent());
+    const RecentListing listing = FolderRecentFiles(Recent()).List();
+    EXPECT_EQ(listing.outcome, RecentListingOutcome::Failed);
+    EXPECT_NE(listing.error.find(Recent()), std::string::npos);
+    EXPECT_NE(listing.error.find("No se ha registrado ningún acceso."), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vt

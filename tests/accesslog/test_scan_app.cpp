@@ -1,0 +1,72 @@
+// The recent-files scan and the "Accesos" items as App runs them.
+#include <gtest/gtest.h>
+
+#include "accesslog_fakes.h"
+#include "fake_clock.h"
+#include "fake_ports.h"
+#include "scripted_dialogs.h"
+#include "shell/app.h"
+#include "store/cp1252.h"
+#include "temp_app_folder.h"
+
+namespace vt {
+namespace {
+
+class ScanAppTest : public ::testing::Test {
+protected:
+    ScanAppTest() {
+        clock.Set(13, 3, 2024, 9, 0);
+        folder.WriteFile(
+            "VendrakoTimer.ini",
+            "[GENERAL]\r\nFECHA=13-03-24\r\nENTRADA1=08:00\r\n[ACCESOS]\r\nULTIMO=12/03/2024 18:00:00\r\n");
+        recent.Add("informe.odt", "/home/ana/informe.odt", MakeDateTime(MakeDate(13, 3, 2024), 8, 30));
+        app = std::make_unique<App>(
+            AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath(), &recent, &shell, &special}, view, tray);
+    }
+
+    test::TempAppFolder folder;
+    test::FakeClock clock;
+    test::ScriptedDialogs dialogs;
+    test::FakeLocaleInfo locale;
+    test::FakeInstanceLock lock;
+    test::RecordingMainView view;
+    test::RecordingTrayView tray;
+    test::FakeRecentFiles recent;
+    test::RecordingShellOpen shell;
+    test::FakeSpecialFolders special;
+    std::unique_ptr<App> app;
+};
+
+TEST_F(ScanAppTest, StartUpScansOnceAndTheTickEveryFiveMinutes) {
+    ASSERT_EQ(app->Start("DESA"), Outcome::Continue);
+    EXPECT_EQ(recent.calls, 1);
+    const std::string page = folder.ReadFile("LOG/2024.03.MARZO.htm");
+    EXPECT_NE(page.find(Utf8ToCp1252("<b>DIA 13 (Miércoles)</b>")), std::string::npos)
+        << page;  // pages are Windows-1252
+    EXPECT_NE(page.find("08:30:00\r\n <a href='file:///home/ana/informe.odt'>/home/ana/informe.odt</a>\r\n<br>\r\n"),
+              std::string::npos)
+        << page;
+    EXPECT_NE(folder.ReadFile("VendrakoTimer.ini").find("ULTIMO=13/03/2024 09:00:00"), std::string::npos);
+    for (int tick = 0; tick < 301; ++tick) {
+        app->Tick();
+    }
+    EXPECT_EQ(recent.calls, 2);
+    app->Shutdown(false);
+    EXPECT_EQ(recent.calls, 3) << "a last scan on the way out";
+}
+
+TEST_F(ScanAppTest, TheAccesosItemsOpenTodaysPageOrSaySoAndTheFolders) {
+    recent.listing.files.clear();
+    folder.WriteFile("VendrakoTimer.ini", "[GENERAL]\r\nFECHA=13-03-24\r\n[ACCESOS]\r\nULTIMO=13/03/2024 08:00:00\r\n");
+    ASSERT_EQ(app->Start("DESA"), Outcome::Continue);
+    dialogs.Forget();
+    app->OpenTodaysAccessLog();
+    EXPECT_EQ(dialogs.Texts(), std::vector<std::string>{"Aún no existe un LOG para hoy."});
+    EXPECT_TRUE(shell.opened.empty());
+    app->OpenAccessLogFolder();
+    ASSERT_EQ(shell.opened.size(), 1u);
+    EXPECT_EQ(shell.opened[0], folder.Path("LOG/") + " | " + folder.Folder());
+}
+
+}  // namespace
+}  // namespace vt

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 
+#include "accesslog/access_pages.h"
+#include "accesslog/recent_scan.h"
 #include "agenda/alarm_editor.h"
 #include "agenda/entries.h"
 #include "agenda/launching.h"
@@ -129,8 +131,29 @@ Outcome App::RefreshAfterChange() {
 }
 
 void App::RunRecentFilesScan() {
+    if (ports_.recent_files != nullptr) {
+        TratarArchivosRecientes(paths_, state_.settings, ports_.clock, ports_.dialogs, *this, *ports_.recent_files);
+    }
     if (scan_hook_) {
         scan_hook_();
+    }
+}
+
+void App::OpenTodaysAccessLog() {
+    if (ports_.shell_open != nullptr) {
+        AbrirLogDeHoy(paths_, ports_.clock, ports_.dialogs, *ports_.shell_open);
+    }
+}
+
+void App::OpenAccessLogFolder() {
+    if (ports_.shell_open != nullptr) {
+        AbrirCarpetaLogs(paths_, ports_.clock, *ports_.shell_open);
+    }
+}
+
+void App::OpenRecentFilesFolder() {
+    if (ports_.shell_open != nullptr && ports_.special_folders != nullptr) {
+        AbrirCarpetaRecientes(paths_, *ports_.special_folders, *ports_.shell_open, ports_.dialogs);
     }
 }
 

@@ -16,6 +16,9 @@ class LocaleInfo;
 class InstanceLock;
 class MainView;
 class TrayView;
+class RecentFiles;
+class ShellOpen;
+class SpecialFolders;
 
 inline constexpr const char* kAppTitle = "VendrakoTimer";
 inline constexpr const char* kMainCaption = "VendrakoTimer 3.52";
@@ -29,6 +32,11 @@ struct AppPorts {
     LocaleInfo& locale;
     InstanceLock& instance_lock;
     std::string executable_path;
+    // The file-access log's outside world; where one is missing (some tests), its feature
+    // does nothing.
+    RecentFiles* recent_files = nullptr;
+    ShellOpen* shell_open = nullptr;
+    SpecialFolders* special_folders = nullptr;
 };
 
 // Whether the program goes on after a step, or must end now.
@@ -93,8 +101,13 @@ public:
     Clock& GetClock() { return ports_.clock; }
     Dialogs& GetDialogs() { return ports_.dialogs; }
 
-    // Called on every 301st tick; the recent-files scan hangs here.
+    // Told of every recent-files scan, after it ran (tests count them here).
     void SetScanHook(std::function<void()> hook) { scan_hook_ = std::move(hook); }
+
+    // The "Accesos" items: today's access page, the folder of the pages, the recent files.
+    void OpenTodaysAccessLog();
+    void OpenAccessLogFolder();
+    void OpenRecentFilesFolder();
 
 private:
     void AdvanceTickCounter();

@@ -1,10 +1,13 @@
 #include <QApplication>
 #include <QStringList>
 
+#include "accesslog/xbel_reader.h"
 #include "platform/posix_instance_lock.h"
 #include "platform/qt_clock.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_locale_info.h"
+#include "platform/qt_shell_open.h"
+#include "platform/xdg_special_folders.h"
 #include "shell/app.h"
 #include "shell/main_window.h"
 #include "shell/qt_session_end.h"
@@ -25,11 +28,17 @@ int main(int argc, char** argv) {
     vt::QtClock clock;
     vt::QtDialogs dialogs;
     vt::QtLocaleInfo locale;
+    vt::XdgSpecialFolders special_folders;
+    // The desktop's list of recently used files stands in for the Recent folder.
+    vt::XbelRecentFiles recent_files(special_folders.RecentlyUsedListPath());
+    vt::QtShellOpen shell_open;
 
     // The tray outlives the window, which hands it its closing and minimising until the end.
     vt::FrmSysTray tray;
     vt::FrmReloj window(dialogs);
-    vt::App app(vt::AppPorts{clock, dialogs, locale, instance_lock, executable}, window, tray);
+    vt::App app(
+        vt::AppPorts{clock, dialogs, locale, instance_lock, executable, &recent_files, &shell_open, &special_folders},
+        window, tray);
     window.setApp(app);
     window.setTray(tray);
     tray.setMainWindow(window);

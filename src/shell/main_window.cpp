@@ -82,6 +82,9 @@ FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_d
     enableItem("mnuAlarmaMostrar", [this] { m_app->ShowAllAlarms(); });
     enableItem("mnuRepeticionNueva", [this] { m_app->NewRepetition(""); });
     enableItem("mnuAlarmaInforme", [this] { m_app->ShowProximityReport(true); });
+    enableItem("mnuAccesosHoy", [this] { m_app->OpenTodaysAccessLog(); });
+    enableItem("mnuAccesosLog", [this] { m_app->OpenAccessLogFolder(); });
+    enableItem("mnuAccesosWin", [this] { m_app->OpenRecentFilesFolder(); });
     // The day menu's items are answered through the menu's result, not their own signals.
     menuItem(QStringLiteral("mnuPopUpRepeticion"))->setEnabled(true);
     menuItem(QStringLiteral("mnuPopUpAlarma"))->setEnabled(true);
@@ -289,6 +292,12 @@ std::optional<DayMenuChoice> FrmReloj::PopUpDayMenu(const DayMenu& menu) {
 void FrmReloj::showProximityReport() {
     if (m_app != nullptr) {
         m_app->ShowProximityReport(true);
+    }
+}
+
+void FrmReloj::openTodaysAccessLog() {
+    if (m_app != nullptr) {
+        m_app->OpenTodaysAccessLog();
     }
 }
 

@@ -60,8 +60,10 @@ public:
     void FocusAway() override;
     std::optional<DayMenuChoice> PopUpDayMenu(const DayMenu& menu) override;
 
-    // The tray's "Informe de proximidad", and its word that it brought the window back.
+    // The tray's "Informe de proximidad" and "Accesos de hoy", and its word that it brought
+    // the window back.
     void showProximityReport();
+    void openTodaysAccessLog();
     void windowRestored();
 
     // Once App::Start has gone through: the timer takes the interval App set, and runs if

@@ -174,7 +174,7 @@ void FrmSysTray::buildMenu() {
         {"mSep1", nullptr, false},
         {"mRestore", "Mostrar aplicación", true},
         {"mnuInforme", "Informe de proximidad", true},
-        {"mnuAccesos", "Accesos de hoy", false},
+        {"mnuAccesos", "Accesos de hoy", true},
         {"mSep4", nullptr, false},
         {"mnuTareaMarcar", "TAREAS", false},
         {"mnuTareaResumen", "Resumen de tareas", false},
@@ -200,6 +200,11 @@ void FrmSysTray::buildMenu() {
     connect(menuItem(QStringLiteral("mnuInforme")), &QAction::triggered, this, [this] {
         if (m_window != nullptr) {
             m_window->showProximityReport();
+        }
+    });
+    connect(menuItem(QStringLiteral("mnuAccesos")), &QAction::triggered, this, [this] {
+        if (m_window != nullptr) {
+            m_window->openTodaysAccessLog();
         }
     });
     connect(menuItem(QStringLiteral("mnuMinimizar")), &QAction::triggered, this, &FrmSysTray::minimiseMainWindow);

@@ -99,8 +99,8 @@ private slots:
                  (QStringList{"mnuRepeticionNueva=Nueva+", "-", "mnuRepeticionNinguna=(ninguna)",
                               "mnuRepeticionDato=(texto)"}));
         QCOMPARE(MenuRows(*m_window->menu(u"mnuAccesos"_s)),
-                 (QStringList{"mnuAccesosHoy=Accesos Hoy", "mnuAccesosLog=Carpeta Logs de Accesos",
-                              "mnuAccesosWin=Carpeta Archivos Recientes"}));
+                 (QStringList{"mnuAccesosHoy=Accesos Hoy+", "mnuAccesosLog=Carpeta Logs de Accesos+",
+                              "mnuAccesosWin=Carpeta Archivos Recientes+"}));
         // The calendar day's menu, out of the menu bar.
         QCOMPARE(m_window->popUpMenu()->title(), u"PopUp"_s);
         QCOMPARE(MenuRows(*m_window->menu(u"mnuPopUp"_s)),

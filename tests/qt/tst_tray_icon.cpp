@@ -56,7 +56,7 @@ private slots:
         QCOMPARE(m_tray->trayIcon()->contextMenu(), menu);
         QCOMPARE(vt::test::MenuRows(*menu),
                  (QStringList{"mAbout=About tst_tray_icon", "mSep1-", "mRestore=Mostrar aplicación+",
-                              "mnuInforme=Informe de proximidad+", "mnuAccesos=Accesos de hoy", "mSep4-",
+                              "mnuInforme=Informe de proximidad+", "mnuAccesos=Accesos de hoy+", "mSep4-",
                               "mnuTareaMarcar=TAREAS", "mnuTareaResumen=Resumen de tareas", "mSep3-",
                               "mnuMinimizar=Minimizar+", "mSep2-", "mExit=Salir+"}));
     }

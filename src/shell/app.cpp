@@ -132,7 +132,8 @@ Outcome App::RefreshAfterChange() {
 
 void App::RunRecentFilesScan() {
     if (ports_.recent_files != nullptr) {
-        TratarArchivosRecientes(paths_, state_.settings, ports_.clock, ports_.dialogs, *this, *ports_.recent_files);
+        TratarArchivosRecientes(paths_, state_.settings, ports_.clock, ports_.dialogs, busy_pointer_,
+                                *ports_.recent_files);
     }
     if (scan_hook_) {
         scan_hook_();
@@ -439,6 +440,10 @@ void App::Shutdown(bool interactive) {
     if (interactive) {
         ports_.dialogs.Inform(report);
     }
+}
+
+void App::BusyPointer::SetBusy(bool on) {
+    view_.SetBusyPointer(on);
 }
 
 void App::SetBusy(bool on) {

@@ -134,6 +134,16 @@ private:
     AppState state_;
     std::function<void()> scan_hook_;
     bool started_ = false;
+    // The recent-files scan shows its work with the hourglass pointer, not the caption.
+    class BusyPointer : public Busy {
+    public:
+        explicit BusyPointer(MainView& view) : view_(view) {}
+        void SetBusy(bool on) override;
+
+    private:
+        MainView& view_;
+    };
+    BusyPointer busy_pointer_{view_};
     MonthGrid grid_;
 };
 

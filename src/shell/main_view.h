@@ -25,6 +25,8 @@ class MainView {
 public:
     virtual ~MainView() = default;
     virtual void SetCaption(const std::string& caption) = 0;
+    // The hourglass pointer over the program's windows while the recent-files scan runs.
+    virtual void SetBusyPointer(bool on) = 0;
 
     // The three clock-in boxes ("Entrada 1", "Salida 1", "Entrada 2"): their texts and the
     // values they go back to on Escape.

@@ -262,6 +262,14 @@ std::optional<int> FrmReloj::AskRepeatLater(const RepeatPrompt& prompt) {
     return FrmRepetir::ask(this, prompt);
 }
 
+void FrmReloj::SetBusyPointer(bool on) {
+    if (on) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
 void FrmReloj::ShowMonthGrid(const MonthGrid& grid) {
     m_calendar->showGrid(grid);
 }

@@ -43,6 +43,7 @@ public:
     void setTray(FrmSysTray& tray) { m_tray = &tray; }
 
     void SetCaption(const std::string& caption) override;
+    void SetBusyPointer(bool on) override;
     void ShowClockIns(const std::array<std::string, 3>& times) override;
     void SetAfternoonLocked(bool locked) override;
     std::string ClockInText(int index) const override;

@@ -38,8 +38,13 @@ protected:
 };
 
 TEST_F(ScanAppTest, StartUpScansOnceAndTheTickEveryFiveMinutes) {
+    recent.on_list = [&] {
+        ASSERT_FALSE(view.busy_pointer.empty());
+        EXPECT_TRUE(view.busy_pointer.back()) << "the hourglass while it runs";
+    };
     ASSERT_EQ(app->Start("DESA"), Outcome::Continue);
     EXPECT_EQ(recent.calls, 1);
+    EXPECT_EQ(view.busy_pointer, (std::vector<bool>{true, false}));
     const std::string page = folder.ReadFile("LOG/2024.03.MARZO.htm");
     EXPECT_NE(page.find(Utf8ToCp1252("<b>DIA 13 (Miércoles)</b>")), std::string::npos)
         << page;  // pages are Windows-1252

@@ -35,6 +35,7 @@ public:
 class RecordingMainView : public MainView {
 public:
     void SetCaption(const std::string& caption) override { captions.push_back(caption); }
+    void SetBusyPointer(bool on) override { busy_pointer.push_back(on); }
     void ShowClockIns(const std::array<std::string, 3>& times) override {
         clock_ins = times;
         typed = times;
@@ -94,6 +95,7 @@ public:
     }
 
     std::vector<std::string> captions;
+    std::vector<bool> busy_pointer;
     std::array<std::string, 3> clock_ins;
     std::array<std::string, 3> typed;
     std::optional<bool> afternoon_locked;

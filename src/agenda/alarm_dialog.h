@@ -1,22 +1,15 @@
 #pragma once
-#include <QDialog>
-
 #include "agenda/alarm_editor.h"
+#include "agenda/entry_editor_dialog.h"
 
 class QComboBox;
-class QLineEdit;
-class QPushButton;
 
 namespace vt {
 
-class Clock;
-class Dialogs;
-class TimeBox;
-
-// The alarm editor, frmAlarma. The boxes are copied into an AlarmForm and the core checks it;
-// the dialog only puts the focus where the core says. Enter accepts, Escape cancels and F1
-// shows the help wherever the focus is.
-class FrmAlarma : public QDialog {
+// The alarm editor, frmAlarma: an entry editor with a repeat choice between the time and the
+// text. The boxes are copied into an AlarmForm and the core checks it; the dialog only puts the
+// focus where the core says.
+class FrmAlarma : public EntryEditorDialog {
     Q_OBJECT
 
 public:
@@ -24,41 +17,19 @@ public:
 
     // Shows the editor modally on `form` (OpenAlarmForm's). On Save `form` holds what was
     // accepted, checked and with its short forms converted; otherwise it is left as it was.
-    // The clock is read when "Aceptar" is pressed: the user may sit in the dialog for minutes.
     static EditorAction edit(QWidget* parent, Dialogs& dialogs, const Clock& clock, AlarmForm& form);
 
     void load(const AlarmForm& form);
     // What "Aceptar" took; the loaded form until then.
     const AlarmForm& form() const { return m_form; }
-    EditorAction action() const { return m_action; }
-
-    void done(int result) override;
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    std::optional<EditorBox> checkTypedForm(DateTime now) override;
+    void focusBox(EditorBox box) override;
 
 private:
-    bool handleDialogKey(const QKeyEvent& key);
-    void leaveDateBox();
-    void focusBox(EditorBox box);
-    void onAceptar();
-    void onBorrar();
-    void onHelp();
-
-    Dialogs& m_dialogs;
-    const Clock& m_clock;
-    QLineEdit* m_txtFecha = nullptr;
-    TimeBox* m_txtHora = nullptr;
     QComboBox* m_cboCada = nullptr;
-    QLineEdit* m_txtTexto = nullptr;
-    QPushButton* m_cmdAceptar = nullptr;
-    QPushButton* m_cmdCancelar = nullptr;
-    QPushButton* m_cmdBorrar = nullptr;
-    QPushButton* m_cmdHelp = nullptr;
     AlarmForm m_form;
-    EditorAction m_action = EditorAction::Cancel;
-    bool m_closing = false;
 };
 
 }  // namespace vt

@@ -4,7 +4,6 @@
 #include <QFont>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -29,7 +28,7 @@ QString LabelOf(size_t index) {
 }
 }  // namespace
 
-FrmRepetir::FrmRepetir(const RepeatPrompt& prompt, QWidget* parent) : QDialog(parent) {
+FrmRepetir::FrmRepetir(const RepeatPrompt& prompt, QWidget* parent) : KeyFirstDialog(parent) {
     setObjectName(QStringLiteral("frmRepetir"));
     setWindowTitle(QStringLiteral("Repetición"));
     // A reminder comes due while the user works in other programs; it stays above them until
@@ -94,12 +93,7 @@ FrmRepetir::FrmRepetir(const RepeatPrompt& prompt, QWidget* parent) : QDialog(pa
     connect(m_cmdOk, &QPushButton::clicked, this, [this] { choose(m_cboTiempo->currentIndex()); });
     connect(m_cmdNunca, &QPushButton::clicked, this, &FrmRepetir::dropReminder);
 
-    // The dialog sees the keys before its controls, so that Enter and Escape mean the same
-    // wherever the focus is. The list of an open combo box is a window of its own and keeps
-    // its keys (Enter picks the item, Escape closes the list).
-    for (QWidget* child : findChildren<QWidget*>()) {
-        child->installEventFilter(this);
-    }
+    watchChildKeys();
     // The focus starts on the button that Enter and Escape stand for.
     m_cmdTiempo[0]->setFocus(Qt::OtherFocusReason);
 }
@@ -125,36 +119,8 @@ void FrmRepetir::reject() {
     choose(0);
 }
 
-bool FrmRepetir::handleDialogKey(const QKeyEvent& key) {
-    switch (key.key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-        case Qt::Key_Escape:
-            choose(0);
-            return true;
-        default:
-            return false;
-    }
-}
-
-bool FrmRepetir::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
-        const auto* widget = qobject_cast<const QWidget*>(watched);
-        if (widget != nullptr && widget->window() == this && handleDialogKey(*static_cast<const QKeyEvent*>(event))) {
-            return true;
-        }
-    }
-    return QDialog::eventFilter(watched, event);
-}
-
-void FrmRepetir::keyPressEvent(QKeyEvent* event) {
-    if (!handleDialogKey(*event)) {
-        QDialog::keyPressEvent(event);
-    }
-}
-
 void FrmRepetir::showEvent(QShowEvent* event) {
-    QDialog::showEvent(event);
+    KeyFirstDialog::showEvent(event);
     comeForward();
     // Once more after the window system has put the window on the screen: a request made
     // before that is ignored by some desktops, and the main window may be hidden in the tray,

@@ -1,10 +1,10 @@
 #pragma once
-#include <QDialog>
 #include <array>
 #include <cstddef>
 #include <optional>
 
 #include "shell/main_view.h"
+#include "shell/qt_key_first_dialog.h"
 
 class QComboBox;
 class QLabel;
@@ -19,7 +19,7 @@ namespace vt {
 // key must never lose a reminder, so only the "Nunca" button drops one. The dialog sees the
 // keys before its controls, so Enter is "5 Minutos" even on a focused delay button or on
 // "Nunca"; Space still presses the focused button, as everywhere else.
-class FrmRepetir : public QDialog {
+class FrmRepetir : public KeyFirstDialog {
     Q_OBJECT
 
 public:
@@ -47,12 +47,10 @@ public slots:
     void reject() override;
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void onEnterKey() override { choose(0); }
     void showEvent(QShowEvent* event) override;
 
 private:
-    bool handleDialogKey(const QKeyEvent& key);
     void choose(int index);
     void dropReminder();
     void comeForward();

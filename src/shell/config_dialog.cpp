@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -20,7 +19,7 @@ constexpr const char* kContinuousMode = "C";
 constexpr const char* kSplitMode = "P";
 }  // namespace
 
-FrmConfig::FrmConfig(Dialogs& dialogs, QWidget* parent) : QDialog(parent) {
+FrmConfig::FrmConfig(Dialogs& dialogs, QWidget* parent) : KeyFirstDialog(parent) {
     setObjectName(QStringLiteral("frmConfig"));
     setWindowTitle(QStringLiteral("Configuración"));
 
@@ -65,9 +64,7 @@ FrmConfig::FrmConfig(Dialogs& dialogs, QWidget* parent) : QDialog(parent) {
 
     // The dialog sees the keys before its controls: Escape in a time box cancels the dialog
     // rather than undoing the box.
-    for (QWidget* child : findChildren<QWidget*>()) {
-        child->installEventFilter(this);
-    }
+    watchChildKeys();
 }
 
 bool FrmConfig::edit(QWidget* parent, Dialogs& dialogs, std::array<std::string, 8>& hours,
@@ -88,33 +85,6 @@ void FrmConfig::load(const std::array<std::string, 8>& hours, const std::array<s
     for (size_t i = 0; i < kDays; ++i) {
         m_txtHora[i]->showStoredValue(QString::fromStdString(hours[i + 1]));
         m_chkContinua[i]->setChecked(modes[i + 1] == kContinuousMode);
-    }
-}
-
-bool FrmConfig::handleDialogKey(const QKeyEvent& key) {
-    switch (key.key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            onAceptar();
-            return true;
-        case Qt::Key_Escape:
-            reject();
-            return true;
-        default:
-            return false;
-    }
-}
-
-bool FrmConfig::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && handleDialogKey(*static_cast<const QKeyEvent*>(event))) {
-        return true;
-    }
-    return QDialog::eventFilter(watched, event);
-}
-
-void FrmConfig::keyPressEvent(QKeyEvent* event) {
-    if (!handleDialogKey(*event)) {
-        QDialog::keyPressEvent(event);
     }
 }
 

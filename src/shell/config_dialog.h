@@ -1,7 +1,8 @@
 #pragma once
-#include <QDialog>
 #include <array>
 #include <string>
+
+#include "shell/qt_key_first_dialog.h"
 
 class QCheckBox;
 class QPushButton;
@@ -15,7 +16,7 @@ class TimeBox;
 // worked in one stretch ("Jornada continua"). Enter accepts and Escape cancels wherever the
 // focus is; the times are checked on "Aceptar", in order, and the first refused one keeps the
 // dialog open with nothing taken.
-class FrmConfig : public QDialog {
+class FrmConfig : public KeyFirstDialog {
     Q_OBJECT
 
 public:
@@ -36,14 +37,11 @@ public:
     QCheckBox* chkContinua(int row) const { return m_chkContinua.at(static_cast<size_t>(row)); }
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void onEnterKey() override { onAceptar(); }
 
 private:
     static constexpr size_t kDays = 7;
 
-    // Enter and Escape act on the dialog whatever control holds the focus.
-    bool handleDialogKey(const QKeyEvent& key);
     void onAceptar();
 
     std::array<TimeBox*, kDays> m_txtHora{};

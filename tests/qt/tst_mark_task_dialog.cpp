@@ -1,0 +1,145 @@
+// The mark-task dialog's wiring: its controls, and which key in which box marks, saves, breaks
+// a line or asks before dropping edits. The rules behind each answer are the core's.
+#include "qt_test_support.h"
+#include "recording_busy.h"
+#include "tasks/mark_task_dialog.h"
+
+using vt::FrmMarcar;
+
+namespace {
+const std::string kLog = "LOG/TAREAS.LOG";
+const std::string kLines =
+    "01/01/2024 08:00:00 Correo\r\n02/01/2024 08:30:00 informe\r\n02/01/2024 09:00:00 Informe\r\n";
+}  // namespace
+
+class MarkTaskDialogTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<vt::test::TempAppFolder> m_folder;
+    vt::test::FakeClock m_clock{vt::MakeDateTime(vt::MakeDate(2, 1, 2024), 10, 15, 30)};
+    std::unique_ptr<vt::test::ScriptedDialogs> m_dialogs;
+    vt::test::RecordingBusy m_busy;
+    std::unique_ptr<FrmMarcar> m_dialog;
+
+    QStringList listed() const {
+        QStringList items;
+        for (int i = 0; i < m_dialog->cboTarea()->count(); ++i) {
+            items << m_dialog->cboTarea()->itemText(i);
+        }
+        return items;
+    }
+
+private slots:
+    void init() {
+        m_folder = std::make_unique<vt::test::TempAppFolder>();
+        m_folder->WriteFile(kLog, kLines);
+        m_dialogs = std::make_unique<vt::test::ScriptedDialogs>();
+        m_dialog = std::make_unique<FrmMarcar>(*m_dialogs, m_clock, m_busy, m_folder->Paths());
+        QVERIFY(vt::test::ShowActive(*m_dialog));
+    }
+    void cleanup() {
+        m_dialog.reset();
+        m_folder.reset();
+    }
+
+    void opensOnTheLogInLastUseOrder() {
+        QCOMPARE(m_dialog->objectName(), u"frmMarcar"_s);
+        QCOMPARE(m_dialog->windowTitle(), u"Tareas"_s);
+        QVERIFY(m_dialog->cboTarea()->isEditable());
+        QCOMPARE(m_dialog->optOrden(0)->objectName(), u"optOrden(0)"_s);
+        QCOMPARE(m_dialog->optOrden(0)->text(), u"Por último uso."_s);
+        QCOMPARE(m_dialog->optOrden(1)->objectName(), u"optOrden(1)"_s);
+        QCOMPARE(m_dialog->optOrden(1)->text(), u"Por nombre."_s);
+        QVERIFY(m_dialog->optOrden(0)->isChecked());
+        QCOMPARE(listed(), (QStringList{u"Informe"_s, u"Correo"_s}));
+        QCOMPARE(m_dialog->txtLog()->toPlainText(),
+                 u"01/01/2024 08:00:00 Correo\n02/01/2024 08:30:00 informe\n"
+                 u"02/01/2024 09:00:00 Informe\n"_s);
+        QVERIFY(!m_dialog->logChanged());
+
+        QTest::mouseClick(m_dialog->optOrden(1), Qt::LeftButton);
+        QCOMPARE(listed(), (QStringList{u"Correo"_s, u"Informe"_s}));
+        QTest::mouseClick(m_dialog->optOrden(0), Qt::LeftButton);
+        QCOMPARE(listed(), (QStringList{u"Informe"_s, u"Correo"_s}));
+    }
+
+    void enterInTheTaskBoxMarks() {
+        QVERIFY(vt::test::FocusOn(m_dialog->cboTarea()));
+        QTest::keyClicks(m_dialog->cboTarea(), u"   "_s);
+        QTest::keyClick(m_dialog->cboTarea(), Qt::Key_Return);
+        QVERIFY(m_dialog->isVisible());
+        QCOMPARE(m_dialogs->Texts(), std::vector<std::string>{"El nombre de la tarea es obligatorio."});
+
+        // QTest types only plain ASCII; the accented letter goes in as a paste would.
+        QTest::keyClicks(m_dialog->cboTarea(), u"Reuni"_s);
+        m_dialog->cboTarea()->lineEdit()->insert(u"ón "_s);
+        QTest::keyClick(m_dialog->cboTarea(), Qt::Key_Return);
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
+        QCOMPARE(m_dialog->tareaActual(), std::optional<std::string>("   Reunión "));
+        // The name as typed, blanks kept, in Windows-1252.
+        QVERIFY(m_folder->ReadFile(kLog) == kLines + "02/01/2024 10:15:30    Reuni\xF3n \r\n");
+    }
+
+    // Shift+Enter breaks the line; Enter asks to save; No keeps the dialog and the edits; Yes
+    // writes them and the current task follows the log.
+    void enterInTheLogSavesAndShiftEnterBreaksTheLine() {
+        QPlainTextEdit* log = m_dialog->txtLog();
+        QVERIFY(vt::test::FocusOn(log));
+        log->moveCursor(QTextCursor::End);
+        QTest::keyClicks(log, u"02/01/2024 10:00:00 Correo"_s);
+        QTest::keyClick(log, Qt::Key_Return, Qt::ShiftModifier);
+        QTest::keyClicks(log, u"  02/01/2024 10:05:00 Llamadas  "_s);
+        const QString edited = log->toPlainText();
+        QVERIFY(edited.endsWith(u"Correo\n  02/01/2024 10:05:00 Llamadas  "_s));
+
+        m_dialogs->QueueAnswer(vt::MsgAnswer::No);
+        QTest::keyClick(log, Qt::Key_Return);
+        QVERIFY(m_dialog->isVisible());
+        QCOMPARE(log->toPlainText(), edited);
+        QCOMPARE(m_dialogs->Texts(), std::vector<std::string>{"¿Guardar los cambios en del Log?"});
+        QCOMPARE(QString::fromStdString(m_folder->ReadFile(kLog)), QString::fromStdString(kLines));
+
+        m_dialogs->QueueAnswer(vt::MsgAnswer::Yes);
+        QTest::keyClick(log, Qt::Key_Enter, Qt::KeypadModifier);
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_dialog->tareaActual(), std::optional<std::string>("Llamadas"));
+        QCOMPARE(QString::fromStdString(m_folder->ReadFile(kLog)),
+                 QString::fromStdString(kLines) + u"02/01/2024 10:00:00 Correo\r\n02/01/2024 10:05:00 Llamadas\r\n"_s);
+    }
+
+    void escapeAsksOnlyAfterAnEdit() {
+        QTest::keyClick(m_dialog->cboTarea(), Qt::Key_Escape);
+        QVERIFY(!m_dialog->isVisible());
+        QVERIFY(m_dialogs->Texts().empty());
+
+        QVERIFY(vt::test::ShowActive(*m_dialog));
+        QVERIFY(vt::test::FocusOn(m_dialog->txtLog()));
+        QTest::keyClicks(m_dialog->txtLog(), u"x"_s);
+        m_dialogs->QueueAnswer(vt::MsgAnswer::No);
+        QTest::keyClick(m_dialog->optOrden(1), Qt::Key_Escape);
+        QVERIFY(m_dialog->isVisible());
+        m_dialogs->QueueAnswer(vt::MsgAnswer::Yes);
+        QTest::keyClick(m_dialog->txtLog(), Qt::Key_Escape);
+        QVERIFY(!m_dialog->isVisible());
+        QCOMPARE(m_dialogs->Texts(),
+                 (std::vector<std::string>{"¿Cancelar los cambios en el Log?", "¿Cancelar los cambios en el Log?"}));
+        QCOMPARE(m_dialog->tareaActual(), std::nullopt);
+        QCOMPARE(QString::fromStdString(m_folder->ReadFile(kLog)), QString::fromStdString(kLines));
+    }
+
+    void marcarReturnsTheMarkedTask() {
+        m_dialog.reset();
+        vt::test::WhenModal<FrmMarcar>([](FrmMarcar& dialog) {
+            dialog.cboTarea()->setEditText(u"Correo"_s);
+            QTest::keyClick(dialog.cboTarea(), Qt::Key_Return);
+        });
+        QCOMPARE(FrmMarcar::marcar(nullptr, *m_dialogs, m_clock, m_busy, m_folder->Paths()),
+                 std::optional<std::string>("Correo"));
+        vt::test::WhenModal<FrmMarcar>([](FrmMarcar& dialog) { QTest::keyClick(dialog.cboTarea(), Qt::Key_Escape); });
+        QCOMPARE(FrmMarcar::marcar(nullptr, *m_dialogs, m_clock, m_busy, m_folder->Paths()), std::nullopt);
+    }
+};
+
+QTEST_MAIN(MarkTaskDialogTest)
+#include "tst_mark_task_dialog.moc"

@@ -20,6 +20,8 @@
 #include "shell/tray_view.h"
 #include "store/backups.h"
 #include "store/settings_store.h"
+#include "tasks/task_log.h"
+#include "tasks/task_summary.h"
 #include "workday/clock_ins.h"
 #include "workday/workday.h"
 
@@ -78,6 +80,7 @@ Outcome App::Start(std::string_view command_line) {
     state_.ClockInErrorReported = false;
     state_.StatusText = kAppTitle;
     state_.DepartureLabel.clear();
+    state_.TareaActual = UltimaTareaDeHoy(paths_, ports_.clock);
     tray_.Load();
     state_.StatusText = paths_.ExeBaseName;
     if (!LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs)) {
@@ -138,6 +141,21 @@ void App::RunRecentFilesScan() {
     if (scan_hook_) {
         scan_hook_();
     }
+}
+
+void App::MarkTask() {
+    state_.ClockInBoxesActive = false;
+    // The tray's tip follows at its next tick.
+    if (const std::optional<std::string> task = view_.MarkTask()) {
+        state_.TareaActual = *task;
+    }
+    state_.ClockInBoxesActive = true;
+}
+
+void App::ShowTaskSummary() {
+    // The boxes as they stand: a half-typed time is caught by the summary's own check.
+    ports_.dialogs.Show(
+        ResumenTareas(paths_, ports_.clock, {view_.ClockInText(0), view_.ClockInText(1), view_.ClockInText(2)}));
 }
 
 void App::OpenTodaysAccessLog() {

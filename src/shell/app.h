@@ -104,6 +104,10 @@ public:
     // Told of every recent-files scan, after it ran (tests count them here).
     void SetScanHook(std::function<void()> hook) { scan_hook_ = std::move(hook); }
 
+    // "Tareas" / "TAREAS": marks the task worked on; "Resumen de tareas": the day's summary.
+    void MarkTask();
+    void ShowTaskSummary();
+
     // The "Accesos" items: today's access page, the folder of the pages, the recent files.
     void OpenTodaysAccessLog();
     void OpenAccessLogFolder();

@@ -62,6 +62,10 @@ public:
     // The alarm list (frmListaAlarmas): the picked alarm's number, 0 for none.
     virtual int ChooseAlarm(const EntryList& alarms) = 0;
 
+    // The mark-task dialog (frmMarcar), modal: the new current task when one was marked or the
+    // log was saved, nothing otherwise.
+    virtual std::optional<std::string> MarkTask() = 0;
+
     // The month calendar: paints the grid as given.
     virtual void ShowMonthGrid(const MonthGrid& grid) = 0;
     // The detail area under the calendar: shown with a day's texts (the window grows to its

@@ -25,6 +25,7 @@
 #include "shell/config_dialog.h"
 #include "shell/qt_time_box.h"
 #include "shell/tray_icon.h"
+#include "tasks/mark_task_dialog.h"
 
 namespace vt {
 
@@ -82,6 +83,8 @@ FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_d
     enableItem("mnuAlarmaMostrar", [this] { m_app->ShowAllAlarms(); });
     enableItem("mnuRepeticionNueva", [this] { m_app->NewRepetition(""); });
     enableItem("mnuAlarmaInforme", [this] { m_app->ShowProximityReport(true); });
+    enableItem("mnuTareasTareas", [this] { m_app->MarkTask(); });
+    enableItem("mnuTareaResumen", [this] { m_app->ShowTaskSummary(); });
     enableItem("mnuAccesosHoy", [this] { m_app->OpenTodaysAccessLog(); });
     enableItem("mnuAccesosLog", [this] { m_app->OpenAccessLogFolder(); });
     enableItem("mnuAccesosWin", [this] { m_app->OpenRecentFilesFolder(); });
@@ -300,6 +303,22 @@ std::optional<DayMenuChoice> FrmReloj::PopUpDayMenu(const DayMenu& menu) {
 void FrmReloj::showProximityReport() {
     if (m_app != nullptr) {
         m_app->ShowProximityReport(true);
+    }
+}
+
+std::optional<std::string> FrmReloj::MarkTask() {
+    return FrmMarcar::marcar(this, m_dialogs, m_app->GetClock(), *m_app, m_app->Paths());
+}
+
+void FrmReloj::markTask() {
+    if (m_app != nullptr) {
+        m_app->MarkTask();
+    }
+}
+
+void FrmReloj::showTaskSummary() {
+    if (m_app != nullptr) {
+        m_app->ShowTaskSummary();
     }
 }
 

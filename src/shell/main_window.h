@@ -44,6 +44,7 @@ public:
 
     void SetCaption(const std::string& caption) override;
     void SetBusyPointer(bool on) override;
+    std::optional<std::string> MarkTask() override;
     void ShowClockIns(const std::array<std::string, 3>& times) override;
     void SetAfternoonLocked(bool locked) override;
     std::string ClockInText(int index) const override;
@@ -65,6 +66,8 @@ public:
     // the window back.
     void showProximityReport();
     void openTodaysAccessLog();
+    void markTask();
+    void showTaskSummary();
     void windowRestored();
 
     // Once App::Start has gone through: the timer takes the interval App set, and runs if

@@ -176,8 +176,8 @@ void FrmSysTray::buildMenu() {
         {"mnuInforme", "Informe de proximidad", true},
         {"mnuAccesos", "Accesos de hoy", true},
         {"mSep4", nullptr, false},
-        {"mnuTareaMarcar", "TAREAS", false},
-        {"mnuTareaResumen", "Resumen de tareas", false},
+        {"mnuTareaMarcar", "TAREAS", true},
+        {"mnuTareaResumen", "Resumen de tareas", true},
         {"mSep3", nullptr, false},
         {"mnuMinimizar", "Minimizar", true},
         {"mSep2", nullptr, false},
@@ -200,6 +200,16 @@ void FrmSysTray::buildMenu() {
     connect(menuItem(QStringLiteral("mnuInforme")), &QAction::triggered, this, [this] {
         if (m_window != nullptr) {
             m_window->showProximityReport();
+        }
+    });
+    connect(menuItem(QStringLiteral("mnuTareaMarcar")), &QAction::triggered, this, [this] {
+        if (m_window != nullptr) {
+            m_window->markTask();
+        }
+    });
+    connect(menuItem(QStringLiteral("mnuTareaResumen")), &QAction::triggered, this, [this] {
+        if (m_window != nullptr) {
+            m_window->showTaskSummary();
         }
     });
     connect(menuItem(QStringLiteral("mnuAccesos")), &QAction::triggered, this, [this] {

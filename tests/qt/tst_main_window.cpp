@@ -89,7 +89,7 @@ private slots:
                                    "mnuAccesos=Accesos"}));
         QCOMPARE(
             MenuRows(*m_window->menu(u"mnuOpciones"_s)),
-            (QStringList{"mnuConfig=Configuración+", "-", "mnuTareasTareas=Tareas", "mnuTareaResumen=Resumen de tareas",
+            (QStringList{"mnuConfig=Configuración+", "-", "mnuTareasTareas=Tareas+", "mnuTareaResumen=Resumen de tareas+",
                          "-", "mnuLink=Arrancar al iniciar Windows", "-", "mnuListadoFechas=Listado por fechas",
                          "mnuCrearCalendario=Crear calendario", "-", "mnuHelp=Ayuda", "mnuAbout=Acerca de ..."}));
         QCOMPARE(MenuRows(*m_window->menu(u"mnuAlarma"_s)),

@@ -79,6 +79,10 @@ public:
         return chosen_alarm;
     }
 
+    std::optional<std::string> MarkTask() override {
+        ++tasks_opened;
+        return marked_task;
+    }
     void ShowMonthGrid(const MonthGrid& shown) override {
         grid = shown;
         ++grids_shown;
@@ -116,6 +120,8 @@ public:
     std::function<EditorAction(RepetitionForm&)> edit_repetition;
     std::vector<std::string> listed_alarms;
     int chosen_alarm = 0;
+    int tasks_opened = 0;
+    std::optional<std::string> marked_task;
     // The month calendar.
     MonthGrid grid;
     int grids_shown = 0;

@@ -1,0 +1,45 @@
+// The task items as App runs them: the current task read at start-up, a mark, the summary.
+#include <gtest/gtest.h>
+
+#include "app_harness.h"
+#include "store/cp1252.h"
+
+namespace vt {
+namespace {
+
+class TasksAppTest : public ::testing::Test, public test::AppHarness {
+protected:
+    TasksAppTest() {
+        clock.Set(13, 3, 2024, 12, 0);
+        folder.WriteFile("VendrakoTimer.ini", "[GENERAL]\r\nFECHA=13-03-24\r\nENTRADA1=08:00\r\n");
+        folder.WriteFile("LOG/TAREAS.LOG", Utf8ToCp1252("12/03/2024 17:00:00 Ayer\r\n13/03/2024 08:05:00 Correo\r\n"
+                                                        "13/03/2024 10:00:00 Revisión\r\n"));
+    }
+};
+
+TEST_F(TasksAppTest, TheCurrentTaskIsTodaysLastMarkAndAMarkReplacesIt) {
+    ASSERT_EQ(Start(), Outcome::Continue);
+    EXPECT_EQ(app->State().TareaActual, "Revisión");
+    view.marked_task = "Informe";
+    app->MarkTask();
+    EXPECT_EQ(app->State().TareaActual, "Informe");
+    view.marked_task.reset();  // closed without marking
+    app->MarkTask();
+    EXPECT_EQ(app->State().TareaActual, "Informe");
+    EXPECT_EQ(view.tasks_opened, 2);
+    EXPECT_TRUE(app->State().ClockInBoxesActive);
+}
+
+TEST_F(TasksAppTest, TheSummaryIsShownFromTheBoxesAsTheyStand) {
+    ASSERT_EQ(Start(), Outcome::Continue);
+    dialogs.Forget();
+    view.typed = {"08:00", "", ""};
+    app->ShowTaskSummary();
+    ASSERT_EQ(dialogs.Shown().size(), 1u);
+    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Information);
+    EXPECT_NE(dialogs.Shown()[0].text.find("Correo"), std::string::npos) << dialogs.Shown()[0].text;
+    EXPECT_NE(dialogs.Shown()[0].text.find("Revisión"), std::string::npos) << dialogs.Shown()[0].text;
+}
+
+}  // namespace
+}  // namespace vt

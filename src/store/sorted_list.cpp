@@ -1,8 +1,10 @@
 #include "store/sorted_list.h"
+#include "store/utf8.h"
 
 #include <algorithm>
 
 #include "store/cp1252.h"
+#include "store/utf8.h"
 
 namespace vt {
 
@@ -26,20 +28,6 @@ char32_t UpperChar(char32_t c) {
             return 0x152;
         default:
             return c;
-    }
-}
-
-void AppendUtf8(std::string& out, char32_t c) {
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-    } else if (c < 0x800) {
-        out += static_cast<char>(0xC0 | (c >> 6));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-        // Every capital above comes from the Basic Multilingual Plane.
-        out += static_cast<char>(0xE0 | (c >> 12));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
     }
 }
 

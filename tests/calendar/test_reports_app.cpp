@@ -1,0 +1,70 @@
+// "Crear calendario" and "Listado por fechas" as App runs them from the menu.
+#include <gtest/gtest.h>
+
+#include "../accesslog/accesslog_fakes.h"
+#include "fake_clock.h"
+#include "fake_ports.h"
+#include "scripted_dialogs.h"
+#include "shell/app.h"
+#include "temp_app_folder.h"
+
+namespace vt {
+namespace {
+
+class ReportsAppTest : public ::testing::Test {
+protected:
+    ReportsAppTest() {
+        clock.Set(13, 3, 2024, 9, 0);
+        folder.WriteFile("VendrakoTimer.ini",
+                         "[GENERAL]\r\nFECHA=13-03-24\r\nNUM_ALARMAS=1\r\n"
+                         "[ALARMAS]\r\nALA_001=20/03/2024 10:00 01 M 07 1 Factura\r\n");
+        app = std::make_unique<App>(AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath(), nullptr, &shell},
+                                    view, tray);
+        EXPECT_EQ(app->Start("DESA"), Outcome::Continue);
+        dialogs.Forget();
+    }
+
+    test::TempAppFolder folder;
+    test::FakeClock clock;
+    test::ScriptedDialogs dialogs;
+    test::FakeLocaleInfo locale;
+    test::FakeInstanceLock lock;
+    test::RecordingMainView view;
+    test::RecordingTrayView tray;
+    test::RecordingShellOpen shell;
+    std::unique_ptr<App> app;
+};
+
+TEST_F(ReportsAppTest, CreatingCalendarsWritesTheMonthsPagesUnderTheHourglass) {
+    dialogs.QueueInput("010324");
+    dialogs.QueueInput("300424");
+    dialogs.QueueInput("C");
+    app->CreateCalendars();
+    EXPECT_TRUE(folder.Exists("calendario.03.2024.htm"));
+    EXPECT_TRUE(folder.Exists("calendario.04.2024.htm"));
+    EXPECT_EQ(view.busy_pointer.back(), false);
+    EXPECT_FALSE(view.busy_pointer.empty());
+    EXPECT_EQ(dialogs.Texts().back(), "Hecho!. Los calendarios están junto al ejecutable.");
+    EXPECT_TRUE(app->State().ClockInBoxesActive);
+}
+
+TEST_F(ReportsAppTest, TheListingIsWrittenBesideTheProgramAndOpened) {
+    dialogs.QueueInput("010324");
+    dialogs.QueueInput("310324");
+    app->ListDates();
+    ASSERT_TRUE(folder.Exists("Listado.txt"));
+    EXPECT_NE(folder.ReadFile("Listado.txt").find("Factura"), std::string::npos);
+    EXPECT_EQ(shell.opened, std::vector<std::string>{folder.Path("Listado.txt") + " | " + folder.Folder()});
+}
+
+TEST_F(ReportsAppTest, ACancelledRangeWritesNothing) {
+    app->CreateCalendars();
+    app->ListDates();
+    EXPECT_FALSE(folder.Exists("calendario.03.2024.htm"));
+    EXPECT_FALSE(folder.Exists("Listado.txt"));
+    EXPECT_TRUE(dialogs.Shown().empty());
+    EXPECT_TRUE(shell.opened.empty());
+}
+
+}  // namespace
+}  // namespace vt

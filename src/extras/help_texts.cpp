@@ -66,7 +66,10 @@ std::string JoinLines(const std::array<std::string_view, N>& lines) {
 
 }  // namespace
 
-std::string TextoAyuda(std::string_view topic) {
+std::string TextoAyuda(std::string_view topic, int mode) {
+    if (mode != 1) {
+        return {};
+    }
     if (topic == "ALA") {
         return JoinLines(kAlarmHelp);
     }

@@ -10,7 +10,8 @@ namespace vt {
 
 // The help of a topic: "ALA" (alarms) or "REP" (repetitions and the repeat-later dialog), one
 // paragraph a line, lines joined with "\r\n" as a message box and the help page both want them.
-// "" for a topic that has no text.
-std::string TextoAyuda(std::string_view topic);
+// mode 1 is the only form the texts exist in; "" for any other mode or for a topic that has no
+// text.
+std::string TextoAyuda(std::string_view topic, int mode = 1);
 
 }  // namespace vt

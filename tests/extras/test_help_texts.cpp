@@ -67,5 +67,17 @@ TEST(HelpTopics, OnlyTheExactCodesHaveAText) {
     }
 }
 
+// The texts exist in mode 1 only; every other mode has none, for every topic.
+TEST(HelpTopics, OnlyModeOneHasATextAndItIsTheDefault) {
+    for (const char* code : {"ALA", "REP"}) {
+        EXPECT_EQ(TextoAyuda(code, 1), TextoAyuda(code)) << code;
+        EXPECT_FALSE(TextoAyuda(code, 1).empty()) << code;
+        for (const int mode : {0, 2, -1, 11}) {
+            EXPECT_EQ(TextoAyuda(code, mode), "") << code << " mode " << mode;
+        }
+    }
+    EXPECT_EQ(TextoAyuda("XYZ", 2), "");
+}
+
 }  // namespace
 }  // namespace vt

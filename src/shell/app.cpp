@@ -10,8 +10,12 @@
 #include "agenda/launching.h"
 #include "agenda/repetition_editor.h"
 #include "agenda/text_marks.h"
+#include "calendar/date_listing.h"
 #include "calendar/day_menu.h"
+#include "calendar/html_calendar.h"
 #include "calendar/proximity_report.h"
+#include "extras/autostart.h"
+#include "extras/help_page.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/instance_lock.h"
@@ -141,6 +145,41 @@ void App::RunRecentFilesScan() {
     if (scan_hook_) {
         scan_hook_();
     }
+}
+
+void App::CreateCalendars() {
+    state_.ClockInBoxesActive = false;
+    // The pages are written under the hourglass pointer.
+    vt::CreateCalendars(ports_.dialogs, busy_pointer_, paths_.AppFolder, Today(ports_.clock), state_.settings.Alarms,
+                        state_.settings.Repetitions);
+    state_.ClockInBoxesActive = true;
+}
+
+void App::ListDates() {
+    if (ports_.shell_open == nullptr) {
+        return;
+    }
+    state_.ClockInBoxesActive = false;
+    vt::ListDates(ports_.dialogs, *ports_.shell_open, paths_.AppFolder, Today(ports_.clock), state_.settings.Alarms,
+                  state_.settings.Repetitions);
+    state_.ClockInBoxesActive = true;
+}
+
+void App::ShowHelp() {
+    if (ports_.shell_open != nullptr) {
+        GenerarAyuda(paths_, *ports_.shell_open, ports_.dialogs);
+    }
+}
+
+void App::StartWithSystem() {
+    if (ports_.special_folders != nullptr && ports_.startup_entry != nullptr) {
+        CrearAccesoInicio(paths_, ports_.dialogs, *ports_.special_folders, *ports_.startup_entry);
+    }
+}
+
+void App::ShowTrayAbout() {
+    // The tray's own "About" has only ever said this; the real About box is in the main menu.
+    ports_.dialogs.Show({"About code goes here.", MsgIcon::Information, MsgButtons::Ok, "About", {}});
 }
 
 void App::MarkTask() {

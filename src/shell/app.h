@@ -19,6 +19,7 @@ class TrayView;
 class RecentFiles;
 class ShellOpen;
 class SpecialFolders;
+class StartupEntryMaker;
 
 inline constexpr const char* kAppTitle = "VendrakoTimer";
 inline constexpr const char* kMainCaption = "VendrakoTimer 3.52";
@@ -37,6 +38,8 @@ struct AppPorts {
     RecentFiles* recent_files = nullptr;
     ShellOpen* shell_open = nullptr;
     SpecialFolders* special_folders = nullptr;
+    // How an entry that starts the program with the desktop session is made.
+    StartupEntryMaker* startup_entry = nullptr;
 };
 
 // Whether the program goes on after a step, or must end now.
@@ -103,6 +106,17 @@ public:
 
     // Told of every recent-files scan, after it ran (tests count them here).
     void SetScanHook(std::function<void()> hook) { scan_hook_ = std::move(hook); }
+
+    // "Crear calendario": HTML month pages for a range; "Listado por fechas": Listado.txt.
+    void CreateCalendars();
+    void ListDates();
+
+    // "Ayuda": the help page; "Arrancar al iniciar Windows": start with the desktop session;
+    // the tray's "About" item.
+    void ShowHelp();
+    void StartWithSystem();
+    void ShowTrayAbout();
+    ShellOpen* GetShellOpen() { return ports_.shell_open; }
 
     // "Tareas" / "TAREAS": marks the task worked on; "Resumen de tareas": the day's summary.
     void MarkTask();

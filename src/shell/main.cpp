@@ -2,6 +2,7 @@
 #include <QStringList>
 
 #include "accesslog/xbel_reader.h"
+#include "extras/autostart.h"
 #include "platform/posix_instance_lock.h"
 #include "platform/qt_clock.h"
 #include "platform/qt_dialogs.h"
@@ -32,13 +33,14 @@ int main(int argc, char** argv) {
     // The desktop's list of recently used files stands in for the Recent folder.
     vt::XbelRecentFiles recent_files(special_folders.RecentlyUsedListPath());
     vt::QtShellOpen shell_open;
+    vt::DesktopEntryMaker startup_entry;
 
     // The tray outlives the window, which hands it its closing and minimising until the end.
     vt::FrmSysTray tray;
     vt::FrmReloj window(dialogs);
-    vt::App app(
-        vt::AppPorts{clock, dialogs, locale, instance_lock, executable, &recent_files, &shell_open, &special_folders},
-        window, tray);
+    vt::App app(vt::AppPorts{clock, dialogs, locale, instance_lock, executable, &recent_files, &shell_open,
+                             &special_folders, &startup_entry},
+                window, tray);
     window.setApp(app);
     window.setTray(tray);
     tray.setMainWindow(window);

@@ -21,6 +21,7 @@
 #include "agenda/repetition_dialog.h"
 #include "calendar/day_menu.h"
 #include "calendar/qt_month_calendar.h"
+#include "extras/about_dialog.h"
 #include "shell/app.h"
 #include "shell/config_dialog.h"
 #include "shell/qt_time_box.h"
@@ -83,6 +84,15 @@ FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_d
     enableItem("mnuAlarmaMostrar", [this] { m_app->ShowAllAlarms(); });
     enableItem("mnuRepeticionNueva", [this] { m_app->NewRepetition(""); });
     enableItem("mnuAlarmaInforme", [this] { m_app->ShowProximityReport(true); });
+    enableItem("mnuHelp", [this] { m_app->ShowHelp(); });
+    enableItem("mnuLink", [this] { m_app->StartWithSystem(); });
+    enableItem("mnuAbout", [this] {
+        if (ShellOpen* shell = m_app->GetShellOpen()) {
+            FormVendrako::ShowModal(*shell, m_app->Paths().AppFolder, this);
+        }
+    });
+    enableItem("mnuCrearCalendario", [this] { m_app->CreateCalendars(); });
+    enableItem("mnuListadoFechas", [this] { m_app->ListDates(); });
     enableItem("mnuTareasTareas", [this] { m_app->MarkTask(); });
     enableItem("mnuTareaResumen", [this] { m_app->ShowTaskSummary(); });
     enableItem("mnuAccesosHoy", [this] { m_app->OpenTodaysAccessLog(); });
@@ -308,6 +318,12 @@ void FrmReloj::showProximityReport() {
 
 std::optional<std::string> FrmReloj::MarkTask() {
     return FrmMarcar::marcar(this, m_dialogs, m_app->GetClock(), *m_app, m_app->Paths());
+}
+
+void FrmReloj::showTrayAbout() {
+    if (m_app != nullptr) {
+        m_app->ShowTrayAbout();
+    }
 }
 
 void FrmReloj::markTask() {

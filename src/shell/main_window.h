@@ -67,6 +67,7 @@ public:
     void showProximityReport();
     void openTodaysAccessLog();
     void markTask();
+    void showTrayAbout();
     void showTaskSummary();
     void windowRestored();
 

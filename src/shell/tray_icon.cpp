@@ -170,7 +170,7 @@ void FrmSysTray::buildMenu() {
     m_mPopupMenu->setObjectName(QStringLiteral("mPopupMenu"));
     // The items whose feature is not there yet can be seen but not chosen.
     static constexpr std::array<MenuRow, 12> rows{{
-        {"mAbout", "About", false},
+        {"mAbout", "About", true},
         {"mSep1", nullptr, false},
         {"mRestore", "Mostrar aplicación", true},
         {"mnuInforme", "Informe de proximidad", true},
@@ -200,6 +200,11 @@ void FrmSysTray::buildMenu() {
     connect(menuItem(QStringLiteral("mnuInforme")), &QAction::triggered, this, [this] {
         if (m_window != nullptr) {
             m_window->showProximityReport();
+        }
+    });
+    connect(m_mAbout, &QAction::triggered, this, [this] {
+        if (m_window != nullptr) {
+            m_window->showTrayAbout();
         }
     });
     connect(menuItem(QStringLiteral("mnuTareaMarcar")), &QAction::triggered, this, [this] {

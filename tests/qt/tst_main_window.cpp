@@ -90,8 +90,8 @@ private slots:
         QCOMPARE(
             MenuRows(*m_window->menu(u"mnuOpciones"_s)),
             (QStringList{"mnuConfig=Configuración+", "-", "mnuTareasTareas=Tareas+", "mnuTareaResumen=Resumen de tareas+",
-                         "-", "mnuLink=Arrancar al iniciar Windows", "-", "mnuListadoFechas=Listado por fechas",
-                         "mnuCrearCalendario=Crear calendario", "-", "mnuHelp=Ayuda", "mnuAbout=Acerca de ..."}));
+                         "-", "mnuLink=Arrancar al iniciar Windows+", "-", "mnuListadoFechas=Listado por fechas+",
+                         "mnuCrearCalendario=Crear calendario+", "-", "mnuHelp=Ayuda+", "mnuAbout=Acerca de ...+"}));
         QCOMPARE(MenuRows(*m_window->menu(u"mnuAlarma"_s)),
                  (QStringList{"mnuAlarmaNueva=Nueva+", "mnuAlarmaMostrar=Mostrar todas+",
                               "mnuAlarmaInforme=Informe de proximidad+"}));

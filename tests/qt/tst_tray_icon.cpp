@@ -55,7 +55,7 @@ private slots:
         QCOMPARE(menu->objectName(), u"mPopupMenu"_s);
         QCOMPARE(m_tray->trayIcon()->contextMenu(), menu);
         QCOMPARE(vt::test::MenuRows(*menu),
-                 (QStringList{"mAbout=About tst_tray_icon", "mSep1-", "mRestore=Mostrar aplicación+",
+                 (QStringList{"mAbout=About tst_tray_icon+", "mSep1-", "mRestore=Mostrar aplicación+",
                               "mnuInforme=Informe de proximidad+", "mnuAccesos=Accesos de hoy+", "mSep4-",
                               "mnuTareaMarcar=TAREAS+", "mnuTareaResumen=Resumen de tareas+", "mSep3-",
                               "mnuMinimizar=Minimizar+", "mSep2-", "mExit=Salir+"}));

@@ -6,8 +6,8 @@
 #include "calendar/month_names.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
+#include "platform/shell_folders.h"
 #include "platform/shell_open.h"
-#include "platform/special_folders.h"
 #include "store/text_file.h"
 #include "workday/workday.h"
 
@@ -106,7 +106,7 @@ void AbrirCarpetaLogs(const AppPaths& paths, const Clock& clock, ShellOpen& shel
     (void)shell.Open(RutaLogAccesos(paths, Today(clock), false), paths.AppFolder);
 }
 
-void AbrirCarpetaRecientes(const AppPaths& paths, SpecialFolders& folders, ShellOpen& shell, Dialogs& dialogs) {
+void AbrirCarpetaRecientes(const AppPaths& paths, ShellFolders& folders, ShellOpen& shell, Dialogs& dialogs) {
     if (const std::string view = folders.RecentFilesView(); !view.empty()) {
         (void)shell.Open(view, paths.AppFolder);
         return;

@@ -14,7 +14,7 @@ namespace vt {
 class Clock;
 class Dialogs;
 class ShellOpen;
-class SpecialFolders;
+class ShellFolders;
 
 // The "LOG" folder with the separator at the end, or with_file: the page of date's month.
 // Creates the folder when it is missing (a failure shows later, when the page is written).
@@ -47,6 +47,6 @@ void AbrirCarpetaLogs(const AppPaths& paths, const Clock& clock, ShellOpen& shel
 
 // "Carpeta Archivos Recientes": the desktop's own view of the recent files when it has one,
 // else the Recent folder; when the desktop has neither, the user is told.
-void AbrirCarpetaRecientes(const AppPaths& paths, SpecialFolders& folders, ShellOpen& shell, Dialogs& dialogs);
+void AbrirCarpetaRecientes(const AppPaths& paths, ShellFolders& folders, ShellOpen& shell, Dialogs& dialogs);
 
 }  // namespace vt

@@ -4,7 +4,7 @@
 #include <system_error>
 
 #include "platform/dialogs.h"
-#include "platform/special_folders.h"
+#include "platform/shell_folders.h"
 #include "store/text_file.h"
 
 namespace vt {
@@ -83,7 +83,7 @@ bool DesktopEntryMaker::Make(const std::string& entry_path, std::string_view exe
     return !WriteFileAtomically(entry_path, AutostartEntryText(exe_base_name, target));
 }
 
-void CrearAccesoInicio(const AppPaths& paths, Dialogs& dialogs, SpecialFolders& folders, StartupEntryMaker& maker) {
+void CrearAccesoInicio(const AppPaths& paths, Dialogs& dialogs, ShellFolders& folders, StartupEntryMaker& maker) {
     const MsgAnswer answer =
         dialogs.Show({std::string(kAutostartQuestion), MsgIcon::Question, MsgButtons::OkCancel, {}, {}});
     if (answer != MsgAnswer::Ok) {

@@ -10,7 +10,7 @@
 namespace vt {
 
 class Dialogs;
-class SpecialFolders;
+class ShellFolders;
 
 inline constexpr std::string_view kAutostartQuestion = "¿Desea que el programa se arranque al iniciar Windows?";
 
@@ -44,6 +44,6 @@ public:
 // Asks, and on OK makes the entry for AppFolder + ExeBaseName in startup folder 7. Silent
 // whatever happens afterwards: nothing is made when the executable is not there, or when the
 // desktop has no startup folder.
-void CrearAccesoInicio(const AppPaths& paths, Dialogs& dialogs, SpecialFolders& folders, StartupEntryMaker& maker);
+void CrearAccesoInicio(const AppPaths& paths, Dialogs& dialogs, ShellFolders& folders, StartupEntryMaker& maker);
 
 }  // namespace vt

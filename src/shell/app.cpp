@@ -172,8 +172,8 @@ void App::ShowHelp() {
 }
 
 void App::StartWithSystem() {
-    if (ports_.special_folders != nullptr && ports_.startup_entry != nullptr) {
-        CrearAccesoInicio(paths_, ports_.dialogs, *ports_.special_folders, *ports_.startup_entry);
+    if (ports_.shell_folders != nullptr && ports_.startup_entry != nullptr) {
+        CrearAccesoInicio(paths_, ports_.dialogs, *ports_.shell_folders, *ports_.startup_entry);
     }
 }
 
@@ -210,8 +210,8 @@ void App::OpenAccessLogFolder() {
 }
 
 void App::OpenRecentFilesFolder() {
-    if (ports_.shell_open != nullptr && ports_.special_folders != nullptr) {
-        AbrirCarpetaRecientes(paths_, *ports_.special_folders, *ports_.shell_open, ports_.dialogs);
+    if (ports_.shell_open != nullptr && ports_.shell_folders != nullptr) {
+        AbrirCarpetaRecientes(paths_, *ports_.shell_folders, *ports_.shell_open, ports_.dialogs);
     }
 }
 

@@ -18,7 +18,7 @@ class MainView;
 class TrayView;
 class RecentFiles;
 class ShellOpen;
-class SpecialFolders;
+class ShellFolders;
 class StartupEntryMaker;
 
 inline constexpr const char* kAppTitle = "VendrakoTimer";
@@ -37,7 +37,7 @@ struct AppPorts {
     // does nothing.
     RecentFiles* recent_files = nullptr;
     ShellOpen* shell_open = nullptr;
-    SpecialFolders* special_folders = nullptr;
+    ShellFolders* shell_folders = nullptr;
     // How an entry that starts the program with the desktop session is made.
     StartupEntryMaker* startup_entry = nullptr;
 };

@@ -8,7 +8,7 @@
 #include "platform/qt_dialogs.h"
 #include "platform/qt_locale_info.h"
 #include "platform/qt_shell_open.h"
-#include "platform/xdg_special_folders.h"
+#include "platform/xdg_shell_folders.h"
 #include "shell/app.h"
 #include "shell/main_window.h"
 #include "shell/qt_session_end.h"
@@ -29,9 +29,9 @@ int main(int argc, char** argv) {
     vt::QtClock clock;
     vt::QtDialogs dialogs;
     vt::QtLocaleInfo locale;
-    vt::XdgSpecialFolders special_folders;
+    vt::XdgShellFolders shell_folders;
     // The desktop's list of recently used files stands in for the Recent folder.
-    vt::XbelRecentFiles recent_files(special_folders.RecentlyUsedListPath());
+    vt::XbelRecentFiles recent_files(shell_folders.RecentlyUsedListPath());
     vt::QtShellOpen shell_open;
     vt::DesktopEntryMaker startup_entry;
 
@@ -39,7 +39,7 @@ int main(int argc, char** argv) {
     vt::FrmSysTray tray;
     vt::FrmReloj window(dialogs);
     vt::App app(vt::AppPorts{clock, dialogs, locale, instance_lock, executable, &recent_files, &shell_open,
-                             &special_folders, &startup_entry},
+                             &shell_folders, &startup_entry},
                 window, tray);
     window.setApp(app);
     window.setTray(tray);

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "platform/recent_files.h"
+#include "platform/shell_folders.h"
 #include "platform/shell_open.h"
-#include "platform/special_folders.h"
 
 namespace vt::test {
 
@@ -40,7 +40,7 @@ public:
     std::vector<std::string> opened;
 };
 
-class FakeSpecialFolders : public SpecialFolders {
+class FakeShellFolders : public ShellFolders {
 public:
     std::string CarpetaEspecial(int number) override { return number == kRecentFolder ? recent : std::string{}; }
     std::string RecentFilesView() override { return view; }

@@ -33,7 +33,7 @@ protected:
     test::RecordingTrayView tray;
     test::FakeRecentFiles recent;
     test::RecordingShellOpen shell;
-    test::FakeSpecialFolders special;
+    test::FakeShellFolders special;
     std::unique_ptr<App> app;
 };
 

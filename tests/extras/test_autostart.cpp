@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/special_folders.h"
+#include "platform/shell_folders.h"
 #include "scripted_dialogs.h"
 #include "temp_app_folder.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class StartupFolderOnly : public SpecialFolders {
+class StartupFolderOnly : public ShellFolders {
 public:
     explicit StartupFolderOnly(std::string startup) : startup_(std::move(startup)) {}
     std::string CarpetaEspecial(int number) override { return number == kStartupFolder ? startup_ : std::string{}; }

@@ -1,4 +1,4 @@
-#include "platform/xdg_special_folders.h"
+#include "platform/xdg_shell_folders.h"
 
 #include <gtest/gtest.h>
 
@@ -11,14 +11,14 @@ namespace {
 using Environment = std::map<std::string, std::string, std::less<>>;
 
 // The folders come from the variables the test gives, never from the real environment.
-XdgSpecialFolders FoldersWith(const Environment& environment) {
-    return XdgSpecialFolders([environment](std::string_view name) -> std::optional<std::string> {
+XdgShellFolders FoldersWith(const Environment& environment) {
+    return XdgShellFolders([environment](std::string_view name) -> std::optional<std::string> {
         const auto found = environment.find(name);
         return found == environment.end() ? std::nullopt : std::optional<std::string>(found->second);
     });
 }
 
-TEST(XdgSpecialFolders, FollowTheBaseDirectoryRules) {
+TEST(XdgShellFolders, FollowTheBaseDirectoryRules) {
     const Environment home{{"HOME", "/h/ana/"}};
     EXPECT_EQ(FoldersWith({{"HOME", "/h/ana"}, {"XDG_DATA_HOME", "/d/datos/"}}).CarpetaEspecial(8), "/d/datos");
     EXPECT_EQ(FoldersWith({{"HOME", "/h/ana"}, {"XDG_DATA_HOME", "datos"}}).CarpetaEspecial(8), "/h/ana/.local/share")

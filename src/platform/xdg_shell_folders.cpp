@@ -1,4 +1,4 @@
-#include "platform/xdg_special_folders.h"
+#include "platform/xdg_shell_folders.h"
 
 #include <array>
 #include <cstdlib>
@@ -24,9 +24,9 @@ std::optional<std::string> ProcessEnvironment(std::string_view name) {
     return std::string(value);
 }
 
-XdgSpecialFolders::XdgSpecialFolders(EnvironmentLookup environment) : environment_(std::move(environment)) {}
+XdgShellFolders::XdgShellFolders(EnvironmentLookup environment) : environment_(std::move(environment)) {}
 
-std::string XdgSpecialFolders::BaseFolder(std::string_view variable, std::string_view fallback) const {
+std::string XdgShellFolders::BaseFolder(std::string_view variable, std::string_view fallback) const {
     if (const auto value = environment_(variable); value && !value->empty() && value->front() == '/') {
         return WithoutTrailingSlashes(*value);
     }
@@ -41,7 +41,7 @@ std::string XdgSpecialFolders::BaseFolder(std::string_view variable, std::string
     return folder += fallback;
 }
 
-std::string XdgSpecialFolders::CarpetaEspecial(int number) {
+std::string XdgShellFolders::CarpetaEspecial(int number) {
     switch (number) {
         case kRecentFolder:
             return BaseFolder("XDG_DATA_HOME", ".local/share");
@@ -54,12 +54,12 @@ std::string XdgSpecialFolders::CarpetaEspecial(int number) {
     }
 }
 
-std::string XdgSpecialFolders::RecentlyUsedListPath() {
+std::string XdgShellFolders::RecentlyUsedListPath() {
     const std::string folder = CarpetaEspecial(kRecentFolder);
     return folder.empty() ? folder : folder + "/recently-used.xbel";
 }
 
-std::string XdgSpecialFolders::RecentFilesView() {
+std::string XdgShellFolders::RecentFilesView() {
     // These desktops open a URL through "gio open", which hands "recent:///" to their file
     // manager (Nautilus, Nemo, Caja). KDE, Xfce and the rest would pass it to a browser or
     // refuse it, so they get the list's folder instead.

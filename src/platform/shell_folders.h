@@ -7,9 +7,9 @@ namespace vt {
 inline constexpr int kStartupFolder = 7;
 inline constexpr int kRecentFolder = 8;
 
-class SpecialFolders {
+class ShellFolders {
 public:
-    virtual ~SpecialFolders() = default;
+    virtual ~ShellFolders() = default;
     // The folder's path without a separator at the end, or "" when the desktop has none.
     virtual std::string CarpetaEspecial(int number) = 0;
     // What "Carpeta Archivos Recientes" opens: the desktop's own view of the recent files (a

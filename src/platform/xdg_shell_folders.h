@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/special_folders.h"
+#include "platform/shell_folders.h"
 
 namespace vt {
 
@@ -17,9 +17,9 @@ using EnvironmentLookup = std::function<std::optional<std::string>(std::string_v
 // The process's environment (getenv).
 std::optional<std::string> ProcessEnvironment(std::string_view name);
 
-class XdgSpecialFolders : public SpecialFolders {
+class XdgShellFolders : public ShellFolders {
 public:
-    explicit XdgSpecialFolders(EnvironmentLookup environment = ProcessEnvironment);
+    explicit XdgShellFolders(EnvironmentLookup environment = ProcessEnvironment);
 
     // 8 (Recent): the folder of the recently-used list, $XDG_DATA_HOME or ~/.local/share.
     // 7 (Startup): $XDG_CONFIG_HOME/autostart or ~/.config/autostart.

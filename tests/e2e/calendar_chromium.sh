@@ -8,27 +8,7 @@
 # when that is not possible the check is skipped with a line saying why.
 set -u
 
-executable=${1:-}
-core_tests=${VT_CORE_TESTS:-}
-if [ -z "$core_tests" ] && [ -n "$executable" ]; then
-    core_tests="$(dirname "$executable")/../tests/core_tests"
-fi
-if [ -z "$core_tests" ] || [ ! -x "$core_tests" ]; then
-    echo "SKIP: core_tests not found (set VT_CORE_TESTS)"
-    exit 0
-fi
-
-browser=$(command -v chromium || command -v chromium-browser || true)
-if [ -z "$browser" ]; then
-    if [ "$(id -u)" = 0 ] && command -v apt-get >/dev/null; then
-        DEBIAN_FRONTEND=noninteractive apt-get install -y chromium >/dev/null 2>&1 || true
-        browser=$(command -v chromium || true)
-    fi
-fi
-if [ -z "$browser" ]; then
-    echo "SKIP: chromium is not installed and could not be installed here"
-    exit 0
-fi
+source "$(dirname "${BASH_SOURCE[0]}")/browser_checks.bash"
 
 failures=0
 pass() { echo "PASS: $*"; }

@@ -6,20 +6,7 @@
 # cannot be had.
 set -u
 
-executable=${1:-}
-core_tests=${VT_CORE_TESTS:-}
-if [ -z "$core_tests" ] && [ -n "$executable" ]; then
-    core_tests="$(dirname "$executable")/../tests/core_tests"
-fi
-if [ -z "$core_tests" ] || [ ! -x "$core_tests" ]; then
-    echo "SKIP: core_tests not found (set VT_CORE_TESTS)"
-    exit 0
-fi
-browser=$(command -v chromium || command -v chromium-browser || true)
-if [ -z "$browser" ]; then
-    echo "SKIP: chromium is not installed (the test command installs it)"
-    exit 0
-fi
+source "$(dirname "${BASH_SOURCE[0]}")/browser_checks.bash"
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

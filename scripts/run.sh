@@ -10,8 +10,7 @@ cd "$root"
 
 vt_install_packages "${VT_BUILD_PACKAGES[@]}" "${VT_DISPLAY_PACKAGES[@]}"
 
-cmake -S . -B build/run -G Ninja -DCMAKE_BUILD_TYPE=Release -DVENDRAKO_TESTS=OFF -DVENDRAKO_BENCH=OFF >/dev/null
-cmake --build build/run -j "$(vt_jobs)" --target VendrakoTimer vendrako_short_date
+vt_build_program VendrakoTimer vendrako_short_date
 exe="$root/build/run/src/VendrakoTimer"
 
 # The program only works with a day-first short date ("dd/MM/yyyy"); Qt takes it from LC_TIME.

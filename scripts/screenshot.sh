@@ -9,8 +9,7 @@ root=$(vt_root)
 cd "$root"
 
 vt_install_packages "${VT_BUILD_PACKAGES[@]}" "${VT_DISPLAY_PACKAGES[@]}"
-cmake -S . -B build/run -G Ninja -DCMAKE_BUILD_TYPE=Release -DVENDRAKO_TESTS=OFF -DVENDRAKO_BENCH=OFF >/dev/null
-cmake --build build/run -j "$(vt_jobs)" --target VendrakoTimer
+vt_build_program VendrakoTimer
 
 work=$(mktemp -d)
 xvfb_pid=""

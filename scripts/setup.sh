@@ -33,6 +33,12 @@ vt_root() { cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd; }
 
 vt_jobs() { nproc 2>/dev/null || echo 2; }
 
+# Builds the given targets of the program in the Release tree build/run.
+vt_build_program() {
+    cmake -S . -B build/run -G Ninja -DCMAKE_BUILD_TYPE=Release -DVENDRAKO_TESTS=OFF -DVENDRAKO_BENCH=OFF >/dev/null
+    cmake --build build/run -j "$(vt_jobs)" --target "$@"
+}
+
 # Starts a virtual display on a free number and exports DISPLAY; its process id goes into
 # VT_XVFB_PID.
 vt_start_xvfb() {

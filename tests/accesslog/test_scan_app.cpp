@@ -2,17 +2,13 @@
 #include <gtest/gtest.h>
 
 #include "accesslog_fakes.h"
-#include "fake_clock.h"
-#include "fake_ports.h"
-#include "scripted_dialogs.h"
-#include "shell/app.h"
+#include "app_harness.h"
 #include "store/cp1252.h"
-#include "temp_app_folder.h"
 
 namespace vt {
 namespace {
 
-class ScanAppTest : public ::testing::Test {
+class ScanAppTest : public ::testing::Test, public test::AppHarness {
 protected:
     ScanAppTest() {
         clock.Set(13, 3, 2024, 9, 0);
@@ -20,21 +16,15 @@ protected:
             "VendrakoTimer.ini",
             "[GENERAL]\r\nFECHA=13-03-24\r\nENTRADA1=08:00\r\n[ACCESOS]\r\nULTIMO=12/03/2024 18:00:00\r\n");
         recent.Add("informe.odt", "/home/ana/informe.odt", MakeDateTime(MakeDate(13, 3, 2024), 8, 30));
-        app = std::make_unique<App>(
-            AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath(), &recent, &shell, &special}, view, tray);
+        recent_files = &recent;
+        shell_open = &shell;
+        shell_folders = &special;
+        MakeApp();
     }
 
-    test::TempAppFolder folder;
-    test::FakeClock clock;
-    test::ScriptedDialogs dialogs;
-    test::FakeLocaleInfo locale;
-    test::FakeInstanceLock lock;
-    test::RecordingMainView view;
-    test::RecordingTrayView tray;
     test::FakeRecentFiles recent;
     test::RecordingShellOpen shell;
     test::FakeShellFolders special;
-    std::unique_ptr<App> app;
 };
 
 TEST_F(ScanAppTest, StartUpScansOnceAndTheTickEveryFiveMinutes) {

@@ -2,37 +2,24 @@
 #include <gtest/gtest.h>
 
 #include "../accesslog/accesslog_fakes.h"
-#include "fake_clock.h"
-#include "fake_ports.h"
-#include "scripted_dialogs.h"
-#include "shell/app.h"
-#include "temp_app_folder.h"
+#include "app_harness.h"
 
 namespace vt {
 namespace {
 
-class ReportsAppTest : public ::testing::Test {
+class ReportsAppTest : public ::testing::Test, public test::AppHarness {
 protected:
     ReportsAppTest() {
         clock.Set(13, 3, 2024, 9, 0);
         folder.WriteFile("VendrakoTimer.ini",
                          "[GENERAL]\r\nFECHA=13-03-24\r\nNUM_ALARMAS=1\r\n"
                          "[ALARMAS]\r\nALA_001=20/03/2024 10:00 01 M 07 1 Factura\r\n");
-        app = std::make_unique<App>(AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath(), nullptr, &shell},
-                                    view, tray);
-        EXPECT_EQ(app->Start("DESA"), Outcome::Continue);
+        shell_open = &shell;
+        EXPECT_EQ(Start(), Outcome::Continue);
         dialogs.Forget();
     }
 
-    test::TempAppFolder folder;
-    test::FakeClock clock;
-    test::ScriptedDialogs dialogs;
-    test::FakeLocaleInfo locale;
-    test::FakeInstanceLock lock;
-    test::RecordingMainView view;
-    test::RecordingTrayView tray;
     test::RecordingShellOpen shell;
-    std::unique_ptr<App> app;
 };
 
 TEST_F(ReportsAppTest, CreatingCalendarsWritesTheMonthsPagesUnderTheHourglass) {

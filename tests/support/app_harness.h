@@ -16,7 +16,9 @@ namespace vt::test {
 class AppHarness {
 public:
     App& MakeApp() {
-        app = std::make_unique<App>(AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath()}, view, tray);
+        app = std::make_unique<App>(
+            AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath(), recent_files, shell_open, shell_folders},
+            view, tray);
         return *app;
     }
     Outcome Start(std::string_view command_line = kDeveloperCommandLine) { return MakeApp().Start(command_line); }
@@ -29,6 +31,10 @@ public:
     FakeInstanceLock lock;
     RecordingMainView view;
     RecordingTrayView tray;
+    // The file-access ports, for the tests that give them.
+    RecentFiles* recent_files = nullptr;
+    ShellOpen* shell_open = nullptr;
+    ShellFolders* shell_folders = nullptr;
     std::unique_ptr<App> app;
 };
 

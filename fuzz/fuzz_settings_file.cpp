@@ -27,8 +27,10 @@ void Check(bool condition) {
     }
 }
 
-void FuzzDocument(std::string_view bytes) {
+// Returns whether the bytes were read as UTF-8, which the settings check below needs.
+bool FuzzDocument(std::string_view bytes) {
     vt::IniDocument doc = vt::IniDocument::Parse(bytes);
+    const bool saved_as_utf8 = doc.SavedAsUtf8();
     const std::string once = doc.Serialize();
     Check(vt::IniDocument::Parse(once).Serialize() == once);
 
@@ -45,9 +47,10 @@ void FuzzDocument(std::string_view bytes) {
         Check(d->Read("GENERAL", "FECHA", value) && value == " 15-03-24 ");
         Check(d->Read("nueva", "clave", value) && value == "'x'");
     }
+    return saved_as_utf8;
 }
 
-void FuzzSettings(std::string_view bytes) {
+void FuzzSettings(std::string_view bytes, bool saved_as_utf8) {
     SilentDialogs dialogs;
     vt::Settings loaded;
     if (!vt::LoadSettingsFromBytes(bytes, loaded, dialogs)) {
@@ -59,7 +62,7 @@ void FuzzSettings(std::string_view bytes) {
     Check(reloaded.Alarms.Count() == loaded.Alarms.Count());
     Check(reloaded.Repetitions.Count() == loaded.Repetitions.Count());
     Check(reloaded.UltimoAcceso == loaded.UltimoAcceso);
-    if (!vt::IniDocument::Parse(bytes).SavedAsUtf8()) {
+    if (!saved_as_utf8) {
         // Everything read from a Windows-1252 file fits back into one, so nothing may change.
         Check(reloaded.Alarms == loaded.Alarms);
         Check(reloaded.Repetitions == loaded.Repetitions);
@@ -72,8 +75,7 @@ void FuzzSettings(std::string_view bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    FuzzDocument(bytes);
-    FuzzSettings(bytes);
+    FuzzSettings(bytes, FuzzDocument(bytes));
     Check(vt::Utf8ToCp1252(vt::Cp1252ToUtf8(bytes)) == bytes);
     return 0;
 }

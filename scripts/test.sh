@@ -49,24 +49,7 @@ LSAN_OPTIONS="suppressions=$root/scripts/lsan-suppressions.txt:print_suppression
     run_ctest build/asan
 
 echo "== Fuzz targets, ${fuzz_seconds} s each"
-CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVENDRAKO_FUZZ=ON >/dev/null
-cmake --build build/fuzz -j "$jobs"
-for target in build/fuzz/fuzz/fuzz_*; do
-    name=$(basename "$target")
-    work=$(mktemp -d)
-    cp -r "fuzz/corpus/${name#fuzz_}" "$work/corpus"
-    status=0
-    "$target" -max_total_time="$fuzz_seconds" -print_final_stats=1 -artifact_prefix="$work/" \
-        "$work/corpus" >"$work/log" 2>&1 || status=$?
-    runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$work/log" | grep -o '[0-9]*$' || echo "?")
-    echo "$name: $runs executions"
-    if [ "$status" -ne 0 ]; then
-        tail -n 40 "$work/log" >&2
-        echo "Fuzz target $name found a failing input." >&2
-        exit 1
-    fi
-    rm -rf "$work"
-done
+bash scripts/fuzz.sh --seconds "$fuzz_seconds"
 
 echo "== All checks passed"
 echo "tests: ${passed} passed, 0 failed"

@@ -27,7 +27,8 @@ VT_BUILD_PACKAGES=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-to
 # What showing it on a virtual display needs.
 VT_DISPLAY_PACKAGES=(xvfb xauth xdotool x11-utils imagemagick fonts-dejavu-core)
 # What the checks need besides.
-VT_CHECK_PACKAGES=(clang clang-format libclang-rt-14-dev chromium)
+VT_CHECK_PACKAGES=(clang clang-format libclang-rt-14-dev chromium
+                   faketime trayer dbus-daemon at-spi2-core python3-pyatspi)
 
 vt_root() { cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd; }
 

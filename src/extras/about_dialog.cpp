@@ -21,8 +21,9 @@ namespace {
 constexpr int kLogoSize = 64;
 
 const QString kCredit = QStringLiteral("Vendrako Timer, hecho por Vendrako para controlar su jornada.");
-const QString kMail = QStringLiteral("vendrako@example.org");
-const QString kWebAddress = QStringLiteral("www.example.org/vendrako");
+// Set by the build (VENDRAKO_CONTACT_MAIL, VENDRAKO_WEB_ADDRESS): they are the distributor's.
+const QString kMail = QStringLiteral(VENDRAKO_CONTACT_MAIL);
+const QString kWebAddress = QStringLiteral(VENDRAKO_WEB_ADDRESS);
 
 // The tray's green ball, large: the program's face wherever it shows itself.
 QPixmap Logo() {

@@ -237,9 +237,8 @@ void FrmSysTray::setMainWindow(FrmReloj& window) {
 }
 
 void FrmSysTray::Load() {
-    m_icon->setIcon(iconOf(m_model.Image()));
+    showCurrent();
     m_tmrFlash->start();
-    m_icon->setToolTip(TipShown(m_model.TipField()));
     const std::string executable = QCoreApplication::applicationFilePath().toStdString();
     m_mAbout->setText(QStringLiteral("About ") + QString::fromStdString(PathsForExecutable(executable).ExeBaseName));
     // Without a tray there is nowhere to put the icon; the timer and the model still run, so
@@ -267,14 +266,30 @@ void FrmSysTray::unload() {
     m_icon->hide();
 }
 
+void FrmSysTray::restartFlashTimer() {
+    if (m_tmrFlash->isActive()) {
+        m_tmrFlash->start();
+    }
+}
+
 void FrmSysTray::onFlash() {
     if (m_state == nullptr) {
         return;
     }
     m_model.Tick(*m_state);
-    m_icon->setIcon(iconOf(m_model.Image()));
-    m_icon->setToolTip(TipShown(m_model.TipField()));
+    showCurrent();
     emit iconChanged();
+}
+
+void FrmSysTray::showCurrent() {
+    if (m_model.Image() != m_shownImage) {
+        m_shownImage = m_model.Image();
+        m_icon->setIcon(iconOf(*m_shownImage));
+    }
+    const QString tip = TipShown(m_model.TipField());
+    if (tip != m_icon->toolTip()) {
+        m_icon->setToolTip(tip);
+    }
 }
 
 QString FrmSysTray::tooltip() const {

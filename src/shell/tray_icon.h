@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "shell/tray_look.h"
@@ -80,6 +81,9 @@ public:
     void minimiseMainWindow();
     // At the program's end: the timer stops and the icon leaves the tray.
     void unload();
+    // Starts the running timer's second anew, in step with the main timer started at the same
+    // moment: two one-second timers in step wake the program once a second instead of twice.
+    void restartFlashTimer();
 
     bool hasSystemTray() const { return m_hasSystemTray(); }
     QSystemTrayIcon* trayIcon() const { return m_icon; }
@@ -102,6 +106,7 @@ signals:
 private:
     void buildMenu();
     void onFlash();
+    void showCurrent();
     void onActivated(QSystemTrayIcon::ActivationReason reason);
     void onMenuAboutToShow();
     const QIcon& iconOf(TrayImage image) const;
@@ -120,6 +125,9 @@ private:
     std::array<QPixmap, kTrayImageCount> m_pictures;
     // One icon per picture, made once: the tray is given the same icon again on every tick.
     std::array<QIcon, kTrayImageCount> m_icons;
+    // The picture the tray shows now: the tray redraws whatever it is given, even the same icon,
+    // and most ticks change nothing.
+    std::optional<TrayImage> m_shownImage;
 };
 
 }  // namespace vt

@@ -1,0 +1,109 @@
+#!/usr/bin/env bash
+# Runs every benchmark, then measures the whole program beside a bare Qt window program built
+# by the same compiler, flags and Qt, on a virtual display with a tray, and prints one table:
+#  - start-up: from starting the process to its main window on the screen (the proximity
+#    report that comes first is answered at once, and the moment before the answer is not
+#    counted); the median of VT_PERF_STARTS starts (5);
+#  - memory: resident set two seconds after the main window appeared, the median;
+#  - idle CPU: processor time of all its threads over VT_PERF_IDLE_SECONDS (60) idle seconds.
+# Takes about two minutes; best run on an otherwise idle machine.
+set -euo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+root=$(vt_root)
+cd "$root"
+
+vt_install_packages "${VT_BUILD_PACKAGES[@]}" "${VT_DISPLAY_PACKAGES[@]}" trayer libx11-dev libxtst-dev
+starts=${VT_PERF_STARTS:-5}
+idle_seconds=${VT_PERF_IDLE_SECONDS:-60}
+
+mapfile -t benches < <(cd bench && ls bench_*.cpp | sed 's/\.cpp$//')
+cmake -S . -B build/perf -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+cmake --build build/perf -j "$(vt_jobs)" --target VendrakoTimer bare_window window_watch "${benches[@]}" >/dev/null
+
+echo "== Benchmarks (Release)"
+for bench in "${benches[@]}"; do
+    "build/perf/bench/$bench" 2>/dev/null | grep -E '^(BM_|[A-Z][A-Za-z]+/)' || true
+done
+
+work=$(mktemp -d)
+pids=()
+cleanup() {
+    for pid in "${pids[@]}"; do kill -KILL "$pid" 2>/dev/null || true; done
+    rm -rf "$work"
+}
+trap cleanup EXIT
+
+vt_start_xvfb
+pids+=("$VT_XVFB_PID")
+trayer --edge bottom --align right --widthtype request --height 24 >/dev/null 2>&1 &
+pids+=($!)
+sleep 1
+
+mkdir -m 700 "$work/runtime"
+environment=(env -u LC_ALL -u QT_QPA_PLATFORM LANG=C.UTF-8 LC_TIME=en_GB.UTF-8 HOME="$work"
+    XDG_RUNTIME_DIR="$work/runtime")
+
+# Starts program $1 ("vendrako" or "bare") in a fresh folder; prints "<ms to window> <pid>".
+start() {
+    local folder
+    folder=$(mktemp -d -p "$work")
+    if [ "$1" = vendrako ]; then
+        cp build/perf/src/VendrakoTimer "$folder/"
+        build/perf/bench/window_watch --answer VendrakoTimer "VendrakoTimer 3.52" -- \
+            "${environment[@]}" "$folder/VendrakoTimer"
+    else
+        build/perf/bench/window_watch "Bare window" -- "${environment[@]}" build/perf/bench/bare_window
+    fi
+}
+
+resident_kb() { awk '/^VmRSS:/ { print $2 }' "/proc/$1/status"; }
+# Processor time of every thread of process $1, in nanoseconds.
+cpu_ns() { cat /proc/"$1"/task/*/schedstat 2>/dev/null | awk '{ sum += $1 } END { printf "%d", sum }'; }
+median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
+stop() {
+    kill -TERM "$1" 2>/dev/null || true
+    for _ in $(seq 50); do kill -0 "$1" 2>/dev/null || return 0; sleep 0.1; done
+    kill -KILL "$1" 2>/dev/null || true
+}
+
+declare -A startup memory idle
+for program in bare vendrako; do
+    times=()
+    sizes=()
+    for _ in $(seq "$starts"); do
+        read -r ms pid < <(start "$program")
+        pids+=("$pid")
+        sleep 2
+        times+=("$ms")
+        sizes+=("$(resident_kb "$pid")")
+        stop "$pid"
+    done
+    startup[$program]=$(printf '%s\n' "${times[@]}" | median)
+    memory[$program]=$(printf '%s\n' "${sizes[@]}" | median)
+done
+
+echo "== Idle for ${idle_seconds} s"
+declare -A idle_pid before
+for program in bare vendrako; do
+    read -r _ pid < <(start "$program")
+    pids+=("$pid")
+    idle_pid[$program]=$pid
+done
+sleep 5
+for program in bare vendrako; do before[$program]=$(cpu_ns "${idle_pid[$program]}"); done
+sleep "$idle_seconds"
+for program in bare vendrako; do
+    used=$(($(cpu_ns "${idle_pid[$program]}") - before[$program]))
+    idle[$program]=$(awk -v ns="$used" -v s="$idle_seconds" 'BEGIN { printf "%.3f", ns / (s * 1e9) * 100 }')
+    stop "${idle_pid[$program]}"
+done
+
+ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f×", a / b }'; }
+echo
+echo "| measure | VendrakoTimer | bare Qt window | ratio | target |"
+echo "|---|---|---|---|---|"
+echo "| start-up to main window | ${startup[vendrako]} ms | ${startup[bare]} ms |" \
+    "$(ratio "${startup[vendrako]}" "${startup[bare]}") | 1.3× or less |"
+echo "| resident memory after start | $((memory[vendrako] / 1024)) MiB | $((memory[bare] / 1024)) MiB |" \
+    "$(ratio "${memory[vendrako]}" "${memory[bare]}") | 1.2× or less |"
+echo "| CPU over ${idle_seconds} idle seconds | ${idle[vendrako]} % | ${idle[bare]} % | — | 0.1 % of a core or less |"

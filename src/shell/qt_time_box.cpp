@@ -3,8 +3,8 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
-#include <QRegularExpressionValidator>
 #include <QTimer>
+#include <QValidator>
 
 #include "store/entry_rules.h"
 
@@ -13,6 +13,24 @@ namespace vt {
 namespace {
 constexpr int kShownLength = 5;   // "hh:mm"
 constexpr int kEditedLength = 4;  // "hhmm"
+
+// Up to four digits. Written out rather than as a regular expression, which would compile and
+// start its matcher for each of the program's many time boxes while the first window is built.
+class EditDigitsValidator : public QValidator {
+public:
+    using QValidator::QValidator;
+    State validate(QString& input, int& /*pos*/) const override {
+        if (input.size() > kEditedLength) {
+            return Invalid;
+        }
+        for (const QChar c : input) {
+            if (c < QLatin1Char('0') || c > QLatin1Char('9')) {
+                return Invalid;
+            }
+        }
+        return Acceptable;
+    }
+};
 
 bool IsRealFocusMove(Qt::FocusReason reason) {
     // A real move to another control. The window losing activation, a context menu or the
@@ -36,7 +54,7 @@ TimeBox::TimeBox(Dialogs& dialogs, QWidget* parent) : QLineEdit(parent), m_dialo
     // Typed keys are filtered in keyPressEvent; this catches what arrives without a key
     // press (paste, drag and drop), so that the box holds only digits while edited. Texts
     // set by the program ("07:45") are not subject to it.
-    setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,4}")), this));
+    setValidator(new EditDigitsValidator(this));
 }
 
 void TimeBox::showEditText(const QString& text) {

@@ -125,11 +125,15 @@ int main(int argc, char** argv) {
         const std::string name = WindowName(display, event.xmap.window);
         if (name == main_name) {
             counted += MillisecondsBetween(from, shown);
+            std::fprintf(stderr, "window_watch: \"%s\" %.1f ms after %s\n", name.c_str(),
+                         MillisecondsBetween(from, shown), answer.empty() ? "the start" : "the answer");
             std::printf("%.1f %d\n", counted, static_cast<int>(pid));
             return 0;
         }
         if (!answer.empty() && name == answer) {
             counted += MillisecondsBetween(from, shown);
+            std::fprintf(stderr, "window_watch: \"%s\" %.1f ms after the start\n", name.c_str(),
+                         MillisecondsBetween(from, shown));
             // Give the box the moment a user's eye would, then answer; only what follows the
             // key counts again.
             usleep(200000);

@@ -1,5 +1,7 @@
 #include "shell/main_window.h"
 
+#include <algorithm>
+
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -276,10 +278,21 @@ std::optional<int> FrmReloj::AskRepeatLater(const RepeatPrompt& prompt) {
 }
 
 void FrmReloj::SetBusyPointer(bool on) {
+    // The pointer only changes over the program's own windows. With none on the screen (the
+    // start-up, the closing path from the tray) there is nothing to show it on, and fetching
+    // the cursor from the desktop's theme would only delay the first window.
     if (on) {
-        QApplication::setOverrideCursor(Qt::WaitCursor);
-    } else {
-        QApplication::restoreOverrideCursor();
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const bool shown = std::any_of(windows.begin(), windows.end(), [](const QWidget* w) { return w->isVisible(); });
+        m_busyPointerSet.push_back(shown);
+        if (shown) {
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+        }
+    } else if (!m_busyPointerSet.empty()) {
+        if (m_busyPointerSet.back()) {
+            QApplication::restoreOverrideCursor();
+        }
+        m_busyPointerSet.pop_back();
     }
 }
 

@@ -149,6 +149,8 @@ private:
     // next box, and that must not be forwarded back into App in the middle.
     bool m_inClockInLeave = false;
     std::optional<int> m_exitStatus;
+    // For each busy stretch under way, innermost last: whether it set the busy pointer.
+    std::vector<bool> m_busyPointerSet;
 };
 
 }  // namespace vt

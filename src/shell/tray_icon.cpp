@@ -144,10 +144,6 @@ struct MenuRow {
 FrmSysTray::FrmSysTray(std::function<bool()> hasSystemTray, QObject* parent)
     : QObject(parent), m_hasSystemTray(std::move(hasSystemTray)), m_model(kAppTitle) {
     setObjectName(QStringLiteral("FrmSysTray"));
-    for (size_t i = 0; i < kTrayImageCount; ++i) {
-        m_pictures[i] = QPixmap::fromImage(DrawPicture(static_cast<TrayImage>(i)));
-        m_icons[i] = QIcon(m_pictures[i]);
-    }
 
     buildMenu();
 
@@ -314,11 +310,20 @@ QAction* FrmSysTray::menuItem(const QString& name) const {
 }
 
 const QPixmap& FrmSysTray::picture(TrayImage image) const {
-    return m_pictures.at(static_cast<size_t>(image));
+    // Drawn when first shown: a day sees only a few of the pictures, and the start-up none but one.
+    QPixmap& drawn = m_pictures.at(static_cast<size_t>(image));
+    if (drawn.isNull()) {
+        drawn = QPixmap::fromImage(DrawPicture(image));
+    }
+    return drawn;
 }
 
 const QIcon& FrmSysTray::iconOf(TrayImage image) const {
-    return m_icons.at(static_cast<size_t>(image));
+    QIcon& icon = m_icons.at(static_cast<size_t>(image));
+    if (icon.isNull()) {
+        icon = QIcon(picture(image));
+    }
+    return icon;
 }
 
 QString FrmSysTray::mouseEventName(QSystemTrayIcon::ActivationReason reason) {

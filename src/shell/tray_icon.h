@@ -122,9 +122,9 @@ private:
     std::unique_ptr<QMenu> m_mPopupMenu;
     QAction* m_mAbout = nullptr;
     QAction* m_mRestore = nullptr;
-    std::array<QPixmap, kTrayImageCount> m_pictures;
-    // One icon per picture, made once: the tray is given the same icon again on every tick.
-    std::array<QIcon, kTrayImageCount> m_icons;
+    // Each picture and its icon are made once, when first needed.
+    mutable std::array<QPixmap, kTrayImageCount> m_pictures;
+    mutable std::array<QIcon, kTrayImageCount> m_icons;
     // The picture the tray shows now: the tray redraws whatever it is given, even the same icon,
     // and most ticks change nothing.
     std::optional<TrayImage> m_shownImage;

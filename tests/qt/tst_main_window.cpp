@@ -78,6 +78,21 @@ private slots:
         m_rig.reset();
     }
 
+    // The busy pointer shows over the program's windows only; nested stretches undo in order.
+    void busyPointerOnlyWhileAWindowIsShown() {
+        m_window->SetBusyPointer(true);  // nothing on the screen yet
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+        QVERIFY(vt::test::ShowActive(*m_window));
+        m_window->SetBusyPointer(true);
+        QVERIFY(QApplication::overrideCursor() != nullptr);
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        m_window->SetBusyPointer(false);
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+        m_window->SetBusyPointer(false);  // the stretch begun before the window: nothing to undo
+        m_window->SetBusyPointer(false);  // one too many is harmless
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+    }
+
     // Every menu as later features will find it; only "Configuración" works so far.
     void menus() {
         QStringList bar;

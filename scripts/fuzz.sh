@@ -4,7 +4,8 @@
 #
 #   bash scripts/fuzz.sh [--seconds S | --runs N] [target ...]
 #
-# With no target every fuzz_* target runs in turn. Prints the executions of each; stops with a
+# With no target every fuzz_* target runs in turn. VT_FUZZ_FLAGS adds libFuzzer options (for
+# example -max_len=1024). Prints the executions of each; stops with a
 # non-zero status and the failing input's path at the first finding.
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
@@ -32,7 +33,8 @@ for name in "${targets[@]}"; do
     cp -r "fuzz/corpus/${name#fuzz_}" "$work/corpus"
     status=0
     start=$SECONDS
-    "build/fuzz/fuzz/$name" "${limit[@]}" -print_final_stats=1 -artifact_prefix="$work/" \
+    # shellcheck disable=SC2086
+    "build/fuzz/fuzz/$name" "${limit[@]}" ${VT_FUZZ_FLAGS:-} -print_final_stats=1 -artifact_prefix="$work/" \
         "$work/corpus" >"$work/log" 2>&1 || status=$?
     runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$work/log" | grep -o '[0-9]*$' || echo "?")
     echo "$name: $runs executions in $((SECONDS - start)) s"

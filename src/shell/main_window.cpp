@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QFocusEvent>
 #include <QFrame>
 #include <QGridLayout>
@@ -278,12 +279,15 @@ std::optional<int> FrmReloj::AskRepeatLater(const RepeatPrompt& prompt) {
 }
 
 void FrmReloj::SetBusyPointer(bool on) {
-    // The pointer only changes over the program's own windows. With none on the screen (the
-    // start-up, the closing path from the tray) there is nothing to show it on, and fetching
-    // the cursor from the desktop's theme would only delay the first window.
+    // The pointer only changes over the program's own windows, the main window and its
+    // dialogs. With none on the screen (the start-up, the closing path from the tray) there is
+    // nothing to show it on, and fetching the cursor from the desktop's theme would only delay
+    // the first window.
     if (on) {
         const QWidgetList windows = QApplication::topLevelWidgets();
-        const bool shown = std::any_of(windows.begin(), windows.end(), [](const QWidget* w) { return w->isVisible(); });
+        const bool shown = isVisible() || std::any_of(windows.begin(), windows.end(), [](const QWidget* w) {
+                               return w->isVisible() && qobject_cast<const QDialog*>(w) != nullptr;
+                           });
         m_busyPointerSet.push_back(shown);
         if (shown) {
             QApplication::setOverrideCursor(Qt::WaitCursor);

@@ -80,7 +80,9 @@ private slots:
 
     // The busy pointer shows over the program's windows only; nested stretches undo in order.
     void busyPointerOnlyWhileAWindowIsShown() {
-        m_window->SetBusyPointer(true);  // nothing on the screen yet
+        QWidget trayLike;  // a window of the program's that is neither the main window nor a dialog
+        trayLike.show();
+        m_window->SetBusyPointer(true);  // nothing of the main window's on the screen yet
         QVERIFY(QApplication::overrideCursor() == nullptr);
         QVERIFY(vt::test::ShowActive(*m_window));
         m_window->SetBusyPointer(true);

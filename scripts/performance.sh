@@ -45,17 +45,17 @@ environment=(env -u LC_ALL -u QT_QPA_PLATFORM LANG=C.UTF-8 LC_TIME=en_GB.UTF-8 H
     XDG_RUNTIME_DIR="$work/runtime")
 
 # Starts program $1 ("vendrako", "bare" or "ticking", the bare window with an empty one-second
-# timer) in a fresh folder; prints "<ms to window> <pid>".
+# timer); prints "<ms to window> <pid>". VendrakoTimer always starts in the same folder, so that
+# after the uncounted first start each one is an ordinary day's start with its files in place.
+mkdir -p "$work/vendrako"
+cp build/perf/src/VendrakoTimer "$work/vendrako/"
 start() {
-    local folder
-    folder=$(mktemp -d -p "$work")
     if [ "$1" = vendrako ]; then
-        cp build/perf/src/VendrakoTimer "$folder/"
         build/perf/bench/window_watch --answer VendrakoTimer "VendrakoTimer 3.52" -- \
-            "${environment[@]}" "$folder/VendrakoTimer"
+            "${environment[@]}" "$work/vendrako/VendrakoTimer" 2>/dev/null
     else
         build/perf/bench/window_watch "Bare window" -- "${environment[@]}" build/perf/bench/bare_window \
-            $([ "$1" = ticking ] && echo --tick)
+            $([ "$1" = ticking ] && echo --tick) 2>/dev/null
     fi
 }
 

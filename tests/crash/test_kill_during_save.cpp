@@ -118,6 +118,23 @@ std::string FileOfSave(unsigned long number) {
     return SaveOnce(folder, number);
 }
 
+// How long one save takes here, from a run of a few uninterrupted saves in a folder of their own.
+long MeasureSaveMicroseconds() {
+    constexpr unsigned long kSaves = 6;
+    test::TempAppFolder folder;
+    Loop loop = StartLoop(folder, 0, kSaves);
+    if (loop.pid < 0 || !WaitUntilRunning(loop)) {
+        ADD_FAILURE() << "the loop did not start";
+        return 0;
+    }
+    const auto started = std::chrono::steady_clock::now();
+    const int status = Reap(loop);
+    const auto took = std::chrono::steady_clock::now() - started;
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "save_loop status " << status;
+    return static_cast<long>(std::chrono::duration_cast<std::chrono::microseconds>(took).count()) /
+           static_cast<long>(kSaves);
+}
+
 Settings LoadOrFail(const std::string& bytes) {
     Settings settings;
     test::ScriptedDialogs dialogs;
@@ -132,9 +149,6 @@ TEST(KillDuringSave, SettingsFileAndRunLogSurviveSigkillAtAnyMoment) {
     std::cout << "kills " << kills << ", seed " << seed << " (VT_CRASH_SEED=" << seed << " repeats this run)\n";
     RecordProperty("seed", std::to_string(seed));
     std::mt19937 random(static_cast<std::mt19937::result_type>(seed));
-    // From a fraction of a millisecond to a few: most kills land inside a save (the syncs make one
-    // take several milliseconds), some after it.
-    std::uniform_int_distribution<int> delay_us(50, 5000);
 
     // The two contents, as the loop itself writes them for an even and an odd save.
     const std::string old_bytes = FileOfSave(0);
@@ -162,6 +176,14 @@ TEST(KillDuringSave, SettingsFileAndRunLogSurviveSigkillAtAnyMoment) {
     ASSERT_EQ(SaveOnce(folder, 0), old_bytes);
     size_t saves_before = 1;
     int kills_after_a_save = 0;
+    // The kills must land both inside saves and after whole ones, so the delays span a few saves
+    // as long as they take on this machine: the syncs make a save last from a millisecond on a
+    // quiet disk to tens of them on a busy one. When the disk slows down during the run and many
+    // kills in a row come before any save ends, the span doubles.
+    const long save_us = MeasureSaveMicroseconds();
+    long longest_delay_us = std::clamp<long>(3 * save_us, 2'000, 500'000);
+    int kills_without_a_whole_save = 0;
+    constexpr int kWidenAfter = 40;
     const auto started = std::chrono::steady_clock::now();
 
     for (unsigned long kill_number = 1; kill_number <= kills; ++kill_number) {
@@ -172,6 +194,7 @@ TEST(KillDuringSave, SettingsFileAndRunLogSurviveSigkillAtAnyMoment) {
         ASSERT_GE(loop.pid, 0);
         const bool running = WaitUntilRunning(loop);
         if (running) {
+            std::uniform_int_distribution<long> delay_us(50, longest_delay_us);
             std::this_thread::sleep_for(std::chrono::microseconds{delay_us(random)});
             kill(loop.pid, SIGKILL);
         }
@@ -239,15 +262,22 @@ TEST(KillDuringSave, SettingsFileAndRunLogSurviveSigkillAtAnyMoment) {
         }
         ASSERT_EQ(start, log.size()) << "torn run-log line: " << log.substr(start);
         log_checked = start;
-        kills_after_a_save += log_lines > saves_before ? 1 : 0;
+        const bool after_a_save = log_lines > saves_before;
+        kills_after_a_save += after_a_save ? 1 : 0;
         saves_before = log_lines;
+        kills_without_a_whole_save = after_a_save ? 0 : kills_without_a_whole_save + 1;
+        if (kills_without_a_whole_save == kWidenAfter && longest_delay_us < 2'000'000) {
+            longest_delay_us *= 2;
+            kills_without_a_whole_save = 0;
+        }
     }
 
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
     std::cout << kills << " kills in " << seconds << " s; " << log_lines << " saves logged, " << kills_after_a_save
               << " kills came after a whole save; file held 300 alarms " << old_seen << " times, 301 alarms "
               << new_seen << " times; settings temporary left by " << left_temporary << " kills; at most "
-              << max_temporaries << " temporaries at once\n";
+              << max_temporaries << " temporaries at once; a save took " << save_us
+              << " us before the run, delays reached " << longest_delay_us << " us\n";
     // The kills must land inside saves, or the test proves nothing.
     EXPECT_GT(old_seen, 0);
     EXPECT_GT(new_seen, 0);

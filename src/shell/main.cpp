@@ -5,10 +5,10 @@
 #include "accesslog/xbel_reader.h"
 #include "extras/autostart.h"
 #include "platform/posix_instance_lock.h"
-#include "platform/qt_clock.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_locale_info.h"
 #include "platform/qt_shell_open.h"
+#include "platform/system_clock.h"
 #include "platform/xdg_shell_folders.h"
 #include "shell/app.h"
 #include "shell/main_window.h"
@@ -47,7 +47,7 @@ int main(int argc, char** argv) {
     const std::string command_line = QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();
 
     vt::FolderInstanceLock instance_lock(vt::PathsForExecutable(executable).AppFolder);
-    vt::QtClock clock;
+    vt::SystemClock clock;
     vt::QtDialogs dialogs;
     vt::QtLocaleInfo locale;
     vt::XdgShellFolders shell_folders;

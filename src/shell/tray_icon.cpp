@@ -147,10 +147,6 @@ FrmSysTray::FrmSysTray(std::function<bool()> hasSystemTray, QObject* parent)
 
     buildMenu();
 
-    m_icon = new QSystemTrayIcon(this);
-    m_icon->setContextMenu(m_mPopupMenu.get());
-    connect(m_icon, &QSystemTrayIcon::activated, this, &FrmSysTray::onActivated);
-
     m_tmrFlash = new QTimer(this);
     m_tmrFlash->setObjectName(QStringLiteral("TmrFlash"));
     m_tmrFlash->setInterval(kFlashIntervalMs);
@@ -237,17 +233,35 @@ void FrmSysTray::Load() {
     m_tmrFlash->start();
     const std::string executable = QCoreApplication::applicationFilePath().toStdString();
     m_mAbout->setText(QStringLiteral("About ") + QString::fromStdString(PathsForExecutable(executable).ExeBaseName));
+    m_loaded = true;
+    // Making the icon and putting it in the tray take some milliseconds of talk with the panel
+    // and the session bus. They are done as soon as the event loop runs, which at start-up is
+    // while the first window is already on the screen, so that window comes up that much sooner.
+    QTimer::singleShot(0, this, &FrmSysTray::putInTray);
+}
+
+void FrmSysTray::putInTray() {
     // Without a tray there is nowhere to put the icon; the timer and the model still run, so
     // that the tip and the picture are current should one be needed.
-    if (hasSystemTray()) {
-        m_icon->show();
+    if (m_loaded && hasSystemTray()) {
+        trayIcon()->show();
     }
+}
+
+QSystemTrayIcon* FrmSysTray::trayIcon() {
+    if (m_icon == nullptr) {
+        m_icon = new QSystemTrayIcon(this);
+        m_icon->setContextMenu(m_mPopupMenu.get());
+        connect(m_icon, &QSystemTrayIcon::activated, this, &FrmSysTray::onActivated);
+        showCurrent();
+    }
+    return m_icon;
 }
 
 void FrmSysTray::Notify(const std::string& title, const std::string& text) {
     // The message comes out of the icon: without a tray, or before the icon is in it, there
     // is nothing for it to come out of.
-    if (!hasSystemTray() || !m_icon->isVisible() || !QSystemTrayIcon::supportsMessages()) {
+    if (m_icon == nullptr || !m_icon->isVisible() || !hasSystemTray() || !QSystemTrayIcon::supportsMessages()) {
         return;
     }
     const QString shownTitle = QString::fromStdString(title);
@@ -257,9 +271,12 @@ void FrmSysTray::Notify(const std::string& title, const std::string& text) {
 }
 
 void FrmSysTray::unload() {
+    m_loaded = false;
     m_tmrFlash->stop();
     // Removed on the way out, so that no dead icon stays in the tray until the mouse passes.
-    m_icon->hide();
+    if (m_icon != nullptr) {
+        m_icon->hide();
+    }
 }
 
 void FrmSysTray::restartFlashTimer() {
@@ -278,6 +295,9 @@ void FrmSysTray::onFlash() {
 }
 
 void FrmSysTray::showCurrent() {
+    if (m_icon == nullptr) {
+        return;  // the model keeps them until the icon is made
+    }
     if (m_model.Image() != m_shownImage) {
         m_shownImage = m_model.Image();
         m_icon->setIcon(iconOf(*m_shownImage));

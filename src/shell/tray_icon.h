@@ -86,7 +86,8 @@ public:
     void restartFlashTimer();
 
     bool hasSystemTray() const { return m_hasSystemTray(); }
-    QSystemTrayIcon* trayIcon() const { return m_icon; }
+    // The icon, made when first needed.
+    QSystemTrayIcon* trayIcon();
     QMenu* popupMenu() const { return m_mPopupMenu.get(); }
     QAction* menuItem(const QString& name) const;
     // The drawn picture of a tray image (16 x 16).
@@ -107,6 +108,7 @@ private:
     void buildMenu();
     void onFlash();
     void showCurrent();
+    void putInTray();
     void onActivated(QSystemTrayIcon::ActivationReason reason);
     void onMenuAboutToShow();
     const QIcon& iconOf(TrayImage image) const;
@@ -116,6 +118,8 @@ private:
     const AppState* m_state = nullptr;
     FrmReloj* m_window = nullptr;
     QSystemTrayIcon* m_icon = nullptr;
+    // Between Load and unload: the icon belongs in the tray.
+    bool m_loaded = false;
     QTimer* m_tmrFlash = nullptr;
     // A menu needs a widget parent or an owner; this object is neither a widget nor
     // destroyed by one.

@@ -54,11 +54,25 @@ private slots:
 
         m_tray->Load();
 
-        QCOMPARE(m_tray->trayIcon()->toolTip(), u"VendrakoTimer"_s);
         QVERIFY(flashTimer()->isActive());
         QCOMPARE(flashTimer()->interval(), 1000);
+        // The icon goes into the tray when the event loop next runs, not inside Load.
+        QVERIFY(!m_tray->trayIcon()->isVisible());
+        QCoreApplication::processEvents();
+        QCOMPARE(m_tray->trayIcon()->toolTip(), u"VendrakoTimer"_s);
         // Where there is no tray the icon is not put anywhere, but the timer runs all the same.
         QCOMPARE(m_tray->trayIcon()->isVisible(), trayPresent);
+    }
+
+    // The program ends before its first pass through the event loop (a settings file that
+    // cannot be read): the icon must not turn up in the tray after the end.
+    void anIconUnloadedBeforeTheEventLoopStaysOut() {
+        m_trayPresent = true;
+        m_tray->Load();
+        m_tray->unload();
+        QCoreApplication::processEvents();
+        QVERIFY(!m_tray->trayIcon()->isVisible());
+        QVERIFY(!flashTimer()->isActive());
     }
 
     // Each activation raises its name; only the double click brings the window up, and the

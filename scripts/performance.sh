@@ -3,7 +3,7 @@
 # by the same compiler, flags and Qt, on a virtual display with a tray, and prints one table:
 #  - start-up: from starting the process to its main window on the screen (the proximity
 #    report that comes first is answered at once, and the moment before the answer is not
-#    counted); the median of VT_PERF_STARTS starts (11), the two programs taking turns;
+#    counted); the median of VT_PERF_STARTS starts (21), the two programs taking turns;
 #  - memory: resident set two seconds after the main window appeared, the median;
 #  - idle CPU: processor time of all its threads over VT_PERF_IDLE_SECONDS (60) idle seconds.
 # Takes about two minutes; best run on an otherwise idle machine.
@@ -13,7 +13,7 @@ root=$(vt_root)
 cd "$root"
 
 vt_install_packages "${VT_BUILD_PACKAGES[@]}" "${VT_DISPLAY_PACKAGES[@]}" trayer libx11-dev libxtst-dev
-starts=${VT_PERF_STARTS:-11}
+starts=${VT_PERF_STARTS:-21}
 idle_seconds=${VT_PERF_IDLE_SECONDS:-60}
 
 mapfile -t benches < <(cd bench && ls bench_*.cpp | sed 's/\.cpp$//')

@@ -10,15 +10,6 @@ set -u
 
 source "$(dirname "${BASH_SOURCE[0]}")/browser_checks.bash"
 
-failures=0
-pass() { echo "PASS: $*"; }
-fail() {
-    echo "FAIL: $*"
-    failures=$((failures + 1))
-}
-
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
 page="$work/calendario.03.2024.htm"
 
 VT_BROWSER_PAGE="$page" "$core_tests" --gtest_filter='BrowserSample.*' >"$work/gtest.log" 2>&1 || {
@@ -51,35 +42,26 @@ document.body.appendChild(pre);
 </script>
 SCRIPT
 
-run_browser() {
-    timeout 60 "$browser" --headless --no-sandbox --disable-gpu --disable-dev-shm-usage \
-        --user-data-dir="$work/profile" --dump-dom "file://$1" 2>/dev/null
-}
-dom=$(run_browser "$page")
-probed=$(run_browser "$probe")
+dom=$(dump_dom "$page")
+probed=$(dump_dom "$probe")
 if [ -z "$dom" ]; then
     fail "chromium printed no DOM"
     exit 1
 fi
 
 has() { grep -qF -- "$2" <<<"$1"; }
-has "$dom" "<title>MARZO.2024</title>" && pass "title" || fail "title"
-has "$probed" "rows=7" && pass "title row and six weeks" || fail "row count"
+lacks() { ! has "$@"; }
+check "title" has "$dom" "<title>MARZO.2024</title>"
+check "title row and six weeks" has "$probed" "rows=7"
 for i in 1 2 3 4 5 6; do
-    has "$probed" "cells$i=7" || fail "week $i does not have 7 cells"
+    check "week $i has 7 cells" has "$probed" "cells$i=7"
 done
-has "$probed" "sat=rgb(192, 192, 192)" && pass "weekend cells grey" || fail "weekend colour"
-has "$probed" "mon=rgba(0, 0, 0, 0)" && pass "weekday cells not grey" || fail "weekday colour"
-has "$probed" "othercolor=rgb(170, 170, 170)" && pass "other-month cell greyed text" || fail "other-month colour"
-has "$dom" 'bgcolor="#C0C0C0" class="otromes"' && pass "other-month weekend: colour then class" ||
-    fail "other-month weekend attributes"
-has "$probed" "underline=underline" && pass "priority underlined" || fail "priority underline"
-has "$probed" "weight=700" && pass "priority bold" || fail "priority bold"
-has "$probed" "priority=Entrega &lt;informe&gt;" && pass "escaped text shown as written" || fail "priority text"
-has "$dom" "Oculto" && fail "hidden entry shown" || pass "hidden entry left out"
-
-if [ "$failures" -gt 0 ]; then
-    echo "$failures check(s) failed"
-    exit 1
-fi
-echo "all browser checks passed"
+check "weekend cells grey" has "$probed" "sat=rgb(192, 192, 192)"
+check "weekday cells not grey" has "$probed" "mon=rgba(0, 0, 0, 0)"
+check "other-month cell greyed text" has "$probed" "othercolor=rgb(170, 170, 170)"
+check "other-month weekend: colour then class" has "$dom" 'bgcolor="#C0C0C0" class="otromes"'
+check "priority underlined" has "$probed" "underline=underline"
+check "priority bold" has "$probed" "weight=700"
+check "escaped text shown as written" has "$probed" "priority=Entrega &lt;informe&gt;"
+check "hidden entry left out" lacks "$dom" "Oculto"
+finish_checks "calendar page"

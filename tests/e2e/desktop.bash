@@ -1,14 +1,9 @@
-# Shared by the end-to-end checks that drive the real program (sourced, not run): the pass and
-# fail bookkeeping, a virtual display of the check's own, a scratch folder with a copy of the
-# program, the environment the program runs in, and the waits on windows and processes.
+# Shared by the end-to-end checks that drive the real program (sourced, not run): a virtual
+# display of the check's own, a scratch folder with a copy of the program, the environment the
+# program runs in, and the waits on windows and processes.
 # The sourcing script sets `executable` first; it gets `work`, `app_dir` and `program`.
 
-failures=0
-pass() { echo "PASS: $*"; }
-fail() {
-    echo "FAIL: $*"
-    failures=$((failures + 1))
-}
+source "$(dirname "${BASH_SOURCE[0]}")/checks.bash"
 
 work=$(mktemp -d)
 app_dir="$work/app"
@@ -92,12 +87,8 @@ answer_box() {
 }
 
 # Ends the check: the program's output on failure, and the exit status.
-finish() {
-    if [ "$failures" -ne 0 ]; then
-        echo "--- program output ---"
-        cat "$work/program.log" 2>/dev/null
-        echo "FAIL: $failures check(s) failed"
-        exit 1
-    fi
-    echo "PASS: all $1 checks"
+program_output() {
+    echo "--- program output ---"
+    cat "$work/program.log" 2>/dev/null
 }
+finish() { finish_checks "$1" program_output; }

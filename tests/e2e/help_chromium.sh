@@ -8,8 +8,6 @@ set -u
 
 source "$(dirname "${BASH_SOURCE[0]}")/browser_checks.bash"
 
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
 page="$work/Ayuda_VendrakoTimer.htm"
 VT_HELP_PAGE="$page" "$core_tests" --gtest_filter='HelpBrowserSample.*' >"$work/gtest.log" 2>&1 || {
     cat "$work/gtest.log"
@@ -22,23 +20,13 @@ probe="$work/probe.htm"
 cp "$page" "$probe"
 printf '%s\n' "<script>var p=document.createElement('pre');p.id='probe';" \
     "p.textContent=document.title+'\n'+document.body.innerText;document.body.appendChild(p);</script>" >>"$probe"
-text=$(timeout 60 "$browser" --headless --no-sandbox --disable-gpu --disable-dev-shm-usage \
-    --disable-background-networking --no-first-run --user-data-dir="$work/profile" \
-    --dump-dom "file://$probe" 2>/dev/null | sed -n '/<pre id="probe">/,/<\/pre>/p')
+text=$(dump_dom "$probe" | sed -n '/<pre id="probe">/,/<\/pre>/p')
 if [ -z "$text" ]; then
     echo "FAIL: chromium printed nothing"
     exit 1
 fi
 
-failures=0
-expect() {
-    if grep -qF -- "$1" <<<"$text"; then
-        echo "PASS: $1"
-    else
-        echo "FAIL: the browser does not show: $1"
-        failures=$((failures + 1))
-    fi
-}
+expect() { check "the browser shows: $1" grep -qF -- "$1" <<<"$text"; }
 expect "Ayuda_VendrakoTimer"
 expect "Ayuda para el Vendrako Timer"
 for heading in "Controlar las horas de trabajo" "Alarmas" "Calendario" "Accesos" "Tareas" "Trucos"; do
@@ -51,8 +39,4 @@ expect "* 5 minutos: Icono amarillo intermitente."
 expect "* 4 a 2 minutos: Icono amarillo fijo."
 expect "* 1 minuto: Icono verde intermitente."
 expect "* Después de la hora de salida: Icono verde fijo."
-if [ "$failures" -gt 0 ]; then
-    echo "$failures check(s) failed"
-    exit 1
-fi
-echo "all browser checks passed"
+finish_checks "help page"

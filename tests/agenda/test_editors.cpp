@@ -34,43 +34,115 @@ RepetitionForm Reminder(std::string fecha, std::string hora, std::string texto =
     return RepetitionForm{std::move(fecha), std::move(hora), std::move(texto), false};
 }
 
-// ---- Accepting -------------------------------------------------------------------------------
+// ---- Opening ---------------------------------------------------------------------------------
 
-struct RefusalCase {
-    const char* name;
-    AlarmForm form;
-    const char* message;
-    MsgIcon icon;
-    EditorBox box;
-};
-
-class RefusedAlarm : public ::testing::TestWithParam<RefusalCase> {};
-
-TEST_P(RefusedAlarm, ShowsOneMessageAndNamesTheBox) {
-    test::ScriptedDialogs dialogs;
-    AlarmForm form = GetParam().form;
-    EXPECT_EQ(CheckAlarmForm(form, kNow, dialogs), GetParam().box);
-    ASSERT_EQ(dialogs.Texts(), Lines{GetParam().message});
-    EXPECT_EQ(dialogs.Shown()[0].icon, GetParam().icon);
-    EXPECT_EQ(dialogs.Shown()[0].buttons, MsgButtons::Ok);
+TEST(OpeningAnEditor, ToAddStartsOnThePresetAtThePresentTime) {
+    const EntryList entries = ListOf({"20/03/2024 09:15 00 D 14 0 Dentista"});
+    for (const auto& [preset, fecha] : std::vector<std::pair<std::string, std::string>>{
+             {"", ""}, {kNoPresetDate, "18/03/2024"}, {"25/12/2024", "25/12/2024"}, {"10/03/2024", "10/03/2024"}}) {
+        const AlarmForm alarm = OpenAlarmForm(true, entries, 1, preset, kNow);
+        EXPECT_EQ(alarm.fecha + "|" + alarm.hora + "|" + alarm.texto, fecha + "|10:30|") << preset;
+        EXPECT_EQ(alarm.cada, kNunca) << preset;
+        EXPECT_FALSE(alarm.can_delete) << preset;
+        const RepetitionForm reminder = OpenRepetitionForm(true, entries, 1, preset, kNow);
+        EXPECT_EQ(reminder.fecha + "|" + reminder.hora + "|" + reminder.texto, fecha + "|10:30|") << preset;
+        EXPECT_FALSE(reminder.can_delete) << preset;
+    }
 }
+
+TEST(OpeningAnEditor, ToChangePutsTheEntryBackWithTheChoiceFoundByItsCode) {
+    // Any flag but "0" is a priority; five days or an unknown unit is no choice of the list.
+    const EntryList alarms = ListOf({"20/03/2024 09:15 01 A 14 2 Boda (1998)", "20/03/2024 09:15 05 D 00 0 Raro",
+                                     "20/03/2024 09:15 01 X 00 0 Raro"});
+    const AlarmForm first = OpenAlarmForm(false, alarms, 1, kNoPresetDate, kNow);
+    EXPECT_EQ(first.fecha + " " + first.hora + " " + first.texto, "20/03/2024 09:15 !Boda (1998)");
+    EXPECT_EQ(first.cada, 5);
+    EXPECT_TRUE(first.can_delete);
+    EXPECT_EQ(OpenAlarmForm(false, alarms, 2, kNoPresetDate, kNow).cada, -1);
+    EXPECT_EQ(OpenAlarmForm(false, alarms, 3, kNoPresetDate, kNow).cada, -1);
+    // Marks are an alarm's affair: a repetition's text comes back whole.
+    const RepetitionForm reminder =
+        OpenRepetitionForm(false, ListOf({"x", "20/03/2024 09:15 Pan; leche (1990) <150324>"}), 2, kNoPresetDate, kNow);
+    EXPECT_EQ(reminder.fecha + " " + reminder.hora + " " + reminder.texto,
+              "20/03/2024 09:15 Pan; leche (1990) <150324>");
+    EXPECT_TRUE(reminder.can_delete);
+    // Outside the list the editor opens empty, with nothing to delete.
+    for (const int index : {0, 4, -1}) {
+        const AlarmForm outside = OpenAlarmForm(false, alarms, index, kNoPresetDate, kNow);
+        EXPECT_EQ(outside.fecha + outside.texto, "") << index;
+        EXPECT_EQ(outside.cada, -1) << index;
+        EXPECT_FALSE(outside.can_delete) << index;
+        EXPECT_FALSE(OpenRepetitionForm(false, alarms, index, kNoPresetDate, kNow).can_delete) << index;
+    }
+}
+
+// With "/" the box is the user's: not even a wrong day is touched.
+TEST(LeavingTheDateBox, ConvertsShortFormsOnly) {
+    test::ScriptedDialogs dialogs;
+    EXPECT_EQ(ConvertDateBox(" 150324 ", dialogs), "15/03/2024");
+    EXPECT_EQ(ConvertDateBox("31/02/2024", dialogs), "31/02/2024");
+    EXPECT_EQ(ConvertDateBox("", dialogs), "");
+    EXPECT_EQ(ConvertDateBox("3112", dialogs), "");
+    EXPECT_EQ(dialogs.Texts(), Lines{kDateFormatMessage});
+}
+
+// ---- Accepting -------------------------------------------------------------------------------
 
 constexpr MsgIcon kInfo = MsgIcon::Information;
 constexpr MsgIcon kWarn = MsgIcon::Exclamation;
 
-// "Nueva" opens with an empty date, and "Aceptar" at once asks for it.
-INSTANTIATE_TEST_SUITE_P(
-    Checks, RefusedAlarm,
-    ::testing::Values(
-        RefusalCase{"NuevaAcceptedAtOnce", Filled("", "10:30", kNunca, ""), kEnterDateMessage, kInfo, EditorBox::Fecha},
-        RefusalCase{"BlankTime", Filled("20/03/2024", "  "), kEnterTimeMessage, kInfo, EditorBox::Hora},
-        RefusalCase{"PastDayFromTheCalendar", Filled("10/03/2024", "10:30"), kTimePassedMessage, kWarn,
-                    EditorBox::Hora},
-        RefusalCase{"NoRepeatChoice", Filled("20/03/2024", "09:15", -1), kChooseCadaMessage, kInfo, EditorBox::Cada},
-        RefusalCase{"BlankText", Filled("20/03/2024", "09:15", kUnDia, "   "), kEnterTextMessage, kInfo,
-                    EditorBox::Texto},
-        RefusalCase{"ShortFormNoDate", Filled("3112", "09:15"), kDateFormatMessage, kWarn, EditorBox::Fecha}),
-    [](const auto& row) { return std::string(row.param.name); });
+// "Nueva" opens with an empty date, and "Aceptar" at once asks for it. Only the first failure
+// speaks, in the order of the checks.
+TEST(RefusedAlarm, ShowsOneMessageAndNamesTheBox) {
+    for (const auto& [what, form, message, icon, box] :
+         std::vector<std::tuple<const char*, AlarmForm, const char*, MsgIcon, EditorBox>>{
+             {"Nueva accepted at once", Filled("", "10:30", kNunca, ""), kEnterDateMessage, kInfo, EditorBox::Fecha},
+             {"blank time", Filled("20/03/2024", "  "), kEnterTimeMessage, kInfo, EditorBox::Hora},
+             {"past day from the calendar", Filled("10/03/2024", "10:30"), kTimePassedMessage, kWarn, EditorBox::Hora},
+             {"no repeat choice", Filled("20/03/2024", "09:15", -1), kChooseCadaMessage, kInfo, EditorBox::Cada},
+             {"blank text", Filled("20/03/2024", "09:15", kUnDia, "   "), kEnterTextMessage, kInfo, EditorBox::Texto},
+             {"short form no date", Filled("3112", "09:15"), kDateFormatMessage, kWarn, EditorBox::Fecha},
+             {"previous minute in short forms", Filled("180324", "1029"), kTimePassedMessage, kWarn, EditorBox::Hora},
+             {"choice past the list", Filled("20/03/2024", "09:15", 9), kChooseCadaMessage, kInfo, EditorBox::Cada},
+             {"only the priority mark", Filled("20/03/2024", "09:15", kUnDia, "!"), kEnterTextMessage, kInfo,
+              EditorBox::Texto},
+             {"slashed, no real day", Filled("31/02/2024", "09:15"), kDateFormatMessage, kWarn, EditorBox::Fecha},
+             {"digits, no time", Filled("20/03/2024", "2400"), kTimeFormatMessage, kWarn, EditorBox::Hora},
+             {"bad date before bad time", Filled("3112", "2400"), kDateFormatMessage, kWarn, EditorBox::Fecha},
+             {"past before no choice", Filled("17/03/2024", "23:59", -1, ""), kTimePassedMessage, kWarn,
+              EditorBox::Hora},
+         }) {
+        SCOPED_TRACE(what);
+        test::ScriptedDialogs dialogs;
+        AlarmForm checked = form;
+        EXPECT_EQ(CheckAlarmForm(checked, kNow, dialogs), box);
+        ASSERT_EQ(dialogs.Texts(), Lines{message});
+        EXPECT_EQ(dialogs.Shown()[0].icon, icon);
+        EXPECT_EQ(dialogs.Shown()[0].buttons, MsgButtons::Ok);
+    }
+}
+
+TEST(RefusedAlarm, KeepsWhatCouldNotBeReadAndConvertsWhatCould) {
+    test::ScriptedDialogs dialogs;
+    AlarmForm bad_date = Filled("3112", "745");
+    AlarmForm no_text = Filled("200324", "745", kUnDia, "");
+    CheckAlarmForm(bad_date, kNow, dialogs);
+    CheckAlarmForm(no_text, kNow, dialogs);
+    EXPECT_EQ(bad_date.fecha, "3112");
+    EXPECT_EQ(no_text.fecha + " " + no_text.hora, "20/03/2024 07:45");
+}
+
+TEST(CheckingARepetition, RunsTheDateAndTimeChecksOnly) {
+    test::ScriptedDialogs dialogs;
+    RepetitionForm passed = Reminder("170324", "2359");
+    EXPECT_EQ(CheckRepetitionForm(passed, kNow, dialogs), EditorBox::Hora);
+    EXPECT_EQ(dialogs.Texts(), Lines{kTimePassedMessage});
+    // An empty text is allowed, and so is the present minute.
+    RepetitionForm empty_text = Reminder("180324", "1030", "");
+    EXPECT_EQ(CheckRepetitionForm(empty_text, kNow, dialogs), std::nullopt);
+    EXPECT_EQ(empty_text.fecha + " " + empty_text.hora, "18/03/2024 10:30");
+    EXPECT_EQ(dialogs.Shown().size(), 1u);
+}
 
 // The present minute is accepted to its last second; short forms and blanks are put in their
 // stored form, and the text is left as typed.
@@ -105,49 +177,51 @@ TEST(UnchangedAlarm, IsRefusedOnceItsTimeHasPassed) {
 
 // ---- Saving ----------------------------------------------------------------------------------
 
-struct EntryCase {
-    int cada;
-    const char* texto;
-    const char* entry;
-    int cada_back;  // the choice on reopening the entry
-};
-
-class AlarmEntry : public ::testing::TestWithParam<EntryCase> {};
-
-TEST_P(AlarmEntry, FollowsTheChoiceAndTheMarksAndReopensAsTyped) {
-    const EntryCase& c = GetParam();
-    const std::string entry = AlarmEntryFromForm(Filled("20/03/2024", "09:15", c.cada, c.texto));
-    EXPECT_EQ(entry, c.entry);
-    const AlarmForm reopened = OpenAlarmForm(false, ListOf({entry}), 1, kNoPresetDate, kNow);
-    EXPECT_EQ(reopened.cada, c.cada_back);
-    std::string texto = c.texto;
-    std::replace(texto.begin(), texto.end(), ',', ';');
-    EXPECT_EQ(reopened.texto, texto);
-}
-
-// A choice outside the list is stored as "Nunca".
-INSTANTIATE_TEST_SUITE_P(Choices, AlarmEntry,
-                         ::testing::Values(EntryCase{0, "Dentista", "20/03/2024 09:15 00 D 14 0 Dentista", 0},
-                                           EntryCase{1, "Fichar", "20/03/2024 09:15 01 D 00 0 Fichar", 1},
-                                           EntryCase{3, "!Reunión", "20/03/2024 09:15 01 M 07 1 Reunión", 3},
-                                           EntryCase{1, "Pan, leche, huevos",
-                                                     "20/03/2024 09:15 01 D 00 0 Pan; leche; huevos", 1},
-                                           EntryCase{12, "Raro", "20/03/2024 09:15 00 D 14 0 Raro", 0}));
-
-TEST(RepetitionEntry, IsDateTimeAndTextWithoutCommas) {
-    EXPECT_EQ(RepetitionEntryFromForm(Reminder("20/03/2024", "07:45", "Llamar, ya")), "20/03/2024 07:45 Llamar; ya");
+// The entry follows the choice and the marks, and reopens as typed (commas as ";"). A choice
+// outside the list is stored as "Nunca".
+TEST(AlarmEntry, FollowsTheChoiceAndTheMarksAndReopensAsTyped) {
+    // choice, text typed, entry stored, choice on reopening the entry
+    for (const auto& [cada, texto, entry, cada_back] : std::vector<std::tuple<int, std::string, const char*, int>>{
+             {0, "Dentista", "20/03/2024 09:15 00 D 14 0 Dentista", 0},
+             {1, "Fichar", "20/03/2024 09:15 01 D 00 0 Fichar", 1},
+             {2, "Informe", "20/03/2024 09:15 07 D 00 0 Informe", 2},
+             {3, "!Reunión", "20/03/2024 09:15 01 M 07 1 Reunión", 3},
+             {5, "Santo", "20/03/2024 09:15 01 A 14 0 Santo", 5},
+             {8, "Carné", "20/03/2024 09:15 06 A 14 0 Carné", 8},
+             {0, "!!Doble", "20/03/2024 09:15 00 D 14 1 !Doble", 0},
+             {0, " !No", "20/03/2024 09:15 00 D 14 0  !No", 0},
+             {5, "-Boda (1998) <150324>", "20/03/2024 09:15 01 A 14 0 -Boda (1998) <150324>", 5},
+             {1, "Pan, leche, huevos", "20/03/2024 09:15 01 D 00 0 Pan; leche; huevos", 1},
+             {12, "Raro", "20/03/2024 09:15 00 D 14 0 Raro", 0},
+         }) {
+        SCOPED_TRACE(texto);
+        EXPECT_EQ(AlarmEntryFromForm(Filled("20/03/2024", "09:15", cada, texto)), entry);
+        const AlarmForm reopened = OpenAlarmForm(false, ListOf({entry}), 1, kNoPresetDate, kNow);
+        EXPECT_EQ(reopened.cada, cada_back);
+        std::string typed = texto;
+        std::replace(typed.begin(), typed.end(), ',', ';');
+        EXPECT_EQ(reopened.texto, typed);
+    }
 }
 
 // ---- Deleting --------------------------------------------------------------------------------
+
+// Blanks around the date and time go; the text, marks included, is kept as typed.
+TEST(RepetitionEntry, IsTrimmedDateAndTimeAndTheTextAsTyped) {
+    EXPECT_EQ(RepetitionEntryFromForm(Reminder(" 20/03/2024 ", "07:45 ", "!Tal cual")), "20/03/2024 07:45 !Tal cual");
+    EXPECT_EQ(RepetitionEntryFromForm(Reminder("20/03/2024", "07:45", "")), "20/03/2024 07:45 ");
+}
 
 TEST(DeleteQuestions, AskWithCancelAsTheDefault) {
     test::ScriptedDialogs dialogs;
     dialogs.QueueAnswer(MsgAnswer::Ok);
     EXPECT_TRUE(ConfirmDeleteAlarm(dialogs));
     EXPECT_FALSE(ConfirmDeleteAlarm(dialogs));  // a plain Enter takes the default button
+    dialogs.QueueAnswer(MsgAnswer::Ok);
+    EXPECT_TRUE(ConfirmDeleteRepetition(dialogs));
     EXPECT_FALSE(ConfirmDeleteRepetition(dialogs));
     EXPECT_EQ(dialogs.Texts(), (Lines{"¿Quieres borrar esta alarma?", "¿Quieres borrar esta alarma?",
-                                      "¿Quieres borrar esta repetición?"}));
+                                      "¿Quieres borrar esta repetición?", "¿Quieres borrar esta repetición?"}));
     for (const MessageBox& box : dialogs.Shown()) {
         EXPECT_EQ(box.icon, MsgIcon::Question);
         EXPECT_EQ(box.buttons, MsgButtons::OkCancel);
@@ -196,6 +270,8 @@ TEST_F(Editing, AlarmsAreAddedChangedAndDeletedWithTheirRunLogLines) {
     EXPECT_TRUE(
         OpenAlarmEditor(alarms, false, 2, kNoPresetDate, kNow, run_log, Typing("20/03/2024", "09:45", 6, "Dentista")));
     EXPECT_TRUE(OpenAlarmEditor(alarms, false, 1, kNoPresetDate, kNow, run_log, Closing(EditorAction::Delete)));
+    EXPECT_FALSE(DeleteAlarm(alarms, 0, run_log));
+    EXPECT_FALSE(DeleteAlarm(alarms, 4, run_log));
     StoreAlarm(alarms, false, 7, "23/03/2024 09:00 00 D 14 0 Nuevo", run_log);  // a change whose alarm left the list
     EXPECT_EQ(Items(alarms), (Lines{"20/03/2024 09:45 02 A 14 0 Dentista", "21/03/2024 18:00 07 D 00 1 Yoga",
                                     "22/03/2024 09:00 01 M 07 1 Pagar; ya", "23/03/2024 09:00 00 D 14 0 Nuevo"}));
@@ -213,7 +289,11 @@ TEST_F(Editing, RepetitionsAreAddedChangedAndDeletedOnlyWhenTheyAreThere) {
     EXPECT_TRUE(
         OpenRepetitionEditor(repetitions, false, 2, kNoPresetDate, kNow, Typing("20/03/2024", "0815", "Dentista, ya")));
     EXPECT_TRUE(OpenRepetitionEditor(repetitions, false, 1, kNoPresetDate, kNow, Closing(EditorAction::Delete)));
-    EXPECT_EQ(Items(repetitions), (Lines{"20/03/2024 08:15 Dentista; ya", "21/03/2024 09:00 "}));
+    EXPECT_FALSE(OpenRepetitionEditor(repetitions, false, 3, kNoPresetDate, kNow, Closing(EditorAction::Delete)));
+    EXPECT_FALSE(OpenRepetitionEditor(repetitions, true, 1, "", kNow, Closing(EditorAction::Delete)));
+    StoreRepetition(repetitions, false, 5, "22/03/2024 09:00 Nuevo");  // a change whose entry left the list
+    EXPECT_EQ(Items(repetitions),
+              (Lines{"20/03/2024 08:15 Dentista; ya", "21/03/2024 09:00 ", "22/03/2024 09:00 Nuevo"}));
 }
 
 }  // namespace

@@ -50,39 +50,39 @@ TEST_F(AgendaMenusTest, ANewAlarmForLaterTodayBecomesAReminderAtOnceAndIsSaved) 
     EXPECT_TRUE(app->State().ClockInBoxesActive);
 }
 
-TEST_F(AgendaMenusTest, ACancelledEditorChangesAndSavesNothing) {
+// Cancelled editors, and an alarm list left without a pick, change and save nothing. The
+// calendar's day is the new entry's date.
+TEST_F(AgendaMenusTest, ACancelledEditorOrNoPickChangesAndSavesNothing) {
     const std::string before = SettingsFile();
-    app->NewAlarm("");
-    app->NewRepetition("");
+    app->NewAlarm("12/03/2024");
+    app->NewRepetition("12/03/2024");
     app->OpenRepetition(1);
+    app->ShowAllAlarms();
+    ASSERT_EQ(view.alarm_forms.size(), 1u) << "nothing picked from the list opens no editor";
+    EXPECT_EQ(view.alarm_forms[0].fecha + " " + view.alarm_forms[0].hora, "12/03/2024 08:12");
+    EXPECT_EQ(view.repetition_forms.at(0).fecha, "12/03/2024");
     EXPECT_EQ(SettingsFile(), before);
     EXPECT_EQ(scans, 0);
     EXPECT_FALSE(folder.Exists("LOG/TIMER.LOG"));
     EXPECT_TRUE(app->State().ClockInBoxesActive);
 }
 
+// Moved to the present minute, the reminder is saved without a run-log line and fires at the
+// next tick.
 TEST_F(AgendaMenusTest, AListedReminderOpensInChangeModeAndSavesWithoutALogLine) {
-    view.edit_repetition = [](RepetitionForm& form) {
-        form.hora = "08:12";  // moved to the present minute
-        return EditorAction::Save;
-    };
-    app->OpenRepetition(1);
-    ASSERT_EQ(view.repetition_forms.size(), 1u);
-    EXPECT_EQ(view.repetition_forms[0].texto, "Llamar a Ana");
-    EXPECT_TRUE(view.repetition_forms[0].can_delete);
-    EXPECT_EQ(Repetitions(), std::vector<std::string>{"07/03/2024 08:12 Llamar a Ana"});
-    EXPECT_NE(SettingsFile().find("REP_001=07/03/2024 08:12 Llamar a Ana\r\n"), std::string::npos);
-    EXPECT_FALSE(folder.Exists("LOG/TIMER.LOG"));
-    EXPECT_EQ(scans, 1);
-}
-
-TEST_F(AgendaMenusTest, ARepetitionMovedToThePresentMinuteFiresAtTheNextTick) {
     view.edit_repetition = [](RepetitionForm& form) {
         form.fecha = "06/03/2024";
         form.hora = "08:12";
         return EditorAction::Save;
     };
     app->OpenRepetition(1);
+    ASSERT_EQ(view.repetition_forms.size(), 1u);
+    EXPECT_EQ(view.repetition_forms[0].texto, "Llamar a Ana");
+    EXPECT_TRUE(view.repetition_forms[0].can_delete);
+    EXPECT_EQ(Repetitions(), std::vector<std::string>{"06/03/2024 08:12 Llamar a Ana"});
+    EXPECT_NE(SettingsFile().find("REP_001=06/03/2024 08:12 Llamar a Ana\r\n"), std::string::npos);
+    EXPECT_FALSE(folder.Exists("LOG/TIMER.LOG"));
+    EXPECT_EQ(scans, 1);
     view.repeat_answers = {std::nullopt};
     app->Tick();
     ASSERT_EQ(view.prompts.size(), 1u);
@@ -103,12 +103,6 @@ TEST_F(AgendaMenusTest, TheAlarmListOpensThePickedAlarmAndLogsItsDeletion) {
     EXPECT_NE(SettingsFile().find("NUM_ALARMAS=0\r\n"), std::string::npos);
 }
 
-TEST_F(AgendaMenusTest, NothingPickedFromTheListOpensNoEditor) {
-    app->ShowAllAlarms();
-    EXPECT_TRUE(view.alarm_forms.empty());
-    EXPECT_TRUE(app->State().ClockInBoxesActive);
-}
-
 TEST_F(AgendaMenusTest, CalendarEntriesOpenTheirEditorAndAnUnknownKindSaysSo) {
     app->OpenDayEntry("ALA", 1);
     app->OpenDayEntry("REP", 1);
@@ -116,17 +110,8 @@ TEST_F(AgendaMenusTest, CalendarEntriesOpenTheirEditorAndAnUnknownKindSaysSo) {
     EXPECT_EQ(view.repetition_forms.size(), 1u);
     const std::string before = SettingsFile();
     app->OpenDayEntry("XYZ", 1);
-    ASSERT_EQ(dialogs.Shown().size(), 1u);
-    EXPECT_EQ(dialogs.Shown()[0].text, "Algo va mal");
+    EXPECT_EQ(dialogs.Texts(), std::vector<std::string>{"Algo va mal"});
     EXPECT_EQ(SettingsFile(), before);
-}
-
-TEST_F(AgendaMenusTest, TheCalendarDayIsTheNewEntrysDate) {
-    app->NewRepetition("12/03/2024");
-    app->NewAlarm("12/03/2024");
-    EXPECT_EQ(view.repetition_forms.at(0).fecha, "12/03/2024");
-    EXPECT_EQ(view.alarm_forms.at(0).fecha, "12/03/2024");
-    EXPECT_EQ(view.alarm_forms.at(0).hora, "08:12");
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "agenda/entries.h"
 #include "entry_lists.h"
 
@@ -12,32 +14,23 @@ std::string Alarm(const std::string& text) {
     return BuildAlarmEntry("01/03/2024", "10:00", 1, "M", 7, "0", text);
 }
 
-struct TagCase {
-    const char* text;
-    const char* field10;
-    const char* field11;
-};
-
-class StartDateTags : public ::testing::TestWithParam<TagCase> {};
-
-TEST_P(StartDateTags, GiveFieldsTenAndEleven) {
-    EXPECT_EQ(GetAlarmField(Alarm(GetParam().text), 10), GetParam().field10);
-    EXPECT_EQ(GetAlarmField(Alarm(GetParam().text), 11), GetParam().field11);
-}
-
 // Every copy of the tag goes; six digits that make no date give no start date but still leave
 // the text; two-digit years 00..50 are 2000..2050, 51..99 1951..1999.
-INSTANTIATE_TEST_SUITE_P(Cases, StartDateTags,
-                         ::testing::Values(TagCase{"Revisión <150324>", "15/03/24", "Revisión"},
-
-                                           TagCase{"Pagar <15/3/24>", "", "Pagar <15/3/24>"},
-                                           TagCase{"Pagar <1503245>", "", "Pagar <1503245>"},
-
-                                           TagCase{"a <150324> b <150324>", "15/03/24", "a  b"},
-
-                                           TagCase{"Pagar <310224>", "", "Pagar"},
-                                           TagCase{"x <290200>", "29/02/00", "x"},
-                                           TagCase{"x <290252>", "29/02/52", "x"}));
+TEST(StartDateTags, GiveFieldsTenAndEleven) {
+    for (const auto& [text, field10, field11] : std::vector<std::tuple<const char*, const char*, const char*>>{
+             {"Revisión <150324>", "15/03/24", "Revisión"},
+             {"Pagar <15/3/24>", "", "Pagar <15/3/24>"},
+             {"Pagar <1503245>", "", "Pagar <1503245>"},
+             {"a <150324> b <150324>", "15/03/24", "a  b"},
+             {"Pagar <310224>", "", "Pagar"},
+             {"x <290200>", "29/02/00", "x"},
+             {"x <290252>", "29/02/52", "x"},
+         }) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(GetAlarmField(Alarm(text), 10), field10);
+        EXPECT_EQ(GetAlarmField(Alarm(text), 11), field11);
+    }
+}
 
 TEST(ActiveOn, FromTheStartDateOnAndAlwaysWithoutOne) {
     const std::string alarm = Alarm("Curso <150324>");
@@ -48,25 +41,17 @@ TEST(ActiveOn, FromTheStartDateOnAndAlwaysWithoutOne) {
     }
 }
 
-struct AnniversaryCase {
-    const char* text;
-    int year;
-    const char* shown;
-};
-
-class Anniversaries : public ::testing::TestWithParam<AnniversaryCase> {};
-
-TEST_P(Anniversaries, ShowTheYearsElapsed) {
-    EXPECT_EQ(AnniversaryText(GetParam().text, GetParam().year), GetParam().shown);
-}
-
 // Only the first "(" is looked at.
-INSTANTIATE_TEST_SUITE_P(Cases, Anniversaries,
-                         ::testing::Values(AnniversaryCase{"Boda (1998)", 2025, "Boda (27)"},
-                                           AnniversaryCase{"Boda (2030)", 2025, "Boda (-5)"},
-
-                                           AnniversaryCase{"(1998) y (2000)", 2025, "(27) y (2000)"},
-                                           AnniversaryCase{"Nota (x) Boda (1998)", 2025, "Nota (x) Boda (1998)"}));
+TEST(Anniversaries, ShowTheYearsElapsed) {
+    for (const auto& [text, year, shown] : std::vector<std::tuple<const char*, int, const char*>>{
+             {"Boda (1998)", 2025, "Boda (27)"},
+             {"Boda (2030)", 2025, "Boda (-5)"},
+             {"(1998) y (2000)", 2025, "(27) y (2000)"},
+             {"Nota (x) Boda (1998)", 2025, "Nota (x) Boda (1998)"},
+         }) {
+        EXPECT_EQ(AnniversaryText(text, year), shown) << text;
+    }
+}
 
 }  // namespace
 }  // namespace vt

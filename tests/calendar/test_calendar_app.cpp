@@ -6,6 +6,8 @@
 namespace vt {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 class CalendarAppTest : public ::testing::Test, public test::AppHarness {
 protected:
     CalendarAppTest() {
@@ -21,7 +23,6 @@ protected:
 
 TEST_F(CalendarAppTest, StartUpDrawsTodaysMonthCompactAndShowsTheReport) {
     EXPECT_EQ(view.grid.start, MakeDate(11, 3, 2024));
-    EXPECT_EQ(view.grid.caption, "MAR - 2024");
     EXPECT_TRUE(view.grid.cells[4].bold);
     // Today's weekly alarm became a reminder for today and moved on a week before the grid
     // and the report were made.
@@ -29,8 +30,7 @@ TEST_F(CalendarAppTest, StartUpDrawsTodaysMonthCompactAndShowsTheReport) {
     EXPECT_FALSE(view.grid.cells[2].bold);
     EXPECT_TRUE(view.grid.cells[9].bold);
     EXPECT_FALSE(view.details_visible);
-    ASSERT_EQ(dialogs.Shown().size(), 1u);
-    EXPECT_EQ(dialogs.Shown()[0].text, "Pasado mañana:\r\n- Factura\r\n");
+    ASSERT_EQ(dialogs.Texts(), Lines{"Pasado mañana:\r\n- Factura\r\n"});
     EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Information);
     EXPECT_EQ(dialogs.Shown()[0].title, "");
 }
@@ -43,8 +43,7 @@ TEST_F(CalendarAppTest, TheClosingPathScansBacksUpAndShowsTheReportLast) {
     app->Shutdown(true);
     EXPECT_EQ(scans, 1);
     EXPECT_TRUE(folder.Exists("Backup/TAREAS.LOG"));
-    ASSERT_EQ(dialogs.Shown().size(), 1u);
-    EXPECT_EQ(dialogs.Shown()[0].text, "Pasado mañana:\r\n- Factura\r\n");
+    EXPECT_EQ(dialogs.Texts(), Lines{"Pasado mañana:\r\n- Factura\r\n"});
 }
 
 TEST_F(CalendarAppTest, WhenTheSessionEndsTheReportIsNotShown) {
@@ -56,7 +55,6 @@ TEST_F(CalendarAppTest, WhenTheSessionEndsTheReportIsNotShown) {
 TEST_F(CalendarAppTest, NavigationRefillsAndMovesTheFocusAway) {
     app->MoveCalendar(2);
     EXPECT_EQ(view.grid.displayed, MakeDate(1, 4, 2024));
-    EXPECT_EQ(view.grid.start, MakeDate(1, 4, 2024));
     EXPECT_EQ(view.focus_moves, 1);
     app->MoveCalendar(4);
     EXPECT_EQ(view.grid.start, MakeDate(11, 3, 2024));
@@ -72,13 +70,13 @@ TEST_F(CalendarAppTest, HoveringShowsADaysTextsAndAnEmptyDayHidesThem) {
 
 TEST_F(CalendarAppTest, AClickOffersTheDaysEntriesAndOpensTheChosenOne) {
     view.day_menu_choice = DayMenuChoice{DayMenuChoice::Kind::Detail, 2};
+    app->HoverDay(4);  // the click must hide the texts the hover showed
     app->ClickDay(4);
     ASSERT_EQ(view.day_menus.size(), 1u);
     const DayMenu& menu = view.day_menus[0];
     EXPECT_EQ(menu.date_caption, "15/03/2024");
-    ASSERT_EQ(menu.rows.size(), 2u);
-    EXPECT_EQ(menu.rows[0].caption, "[ALA] Factura");
-    EXPECT_EQ(menu.rows[1].caption, "[REP] 09:00 Llamar a Ana");
+    EXPECT_EQ(menu.rows,
+              (std::vector<DayMenuRow>{{"ALA", 1, "[ALA] Factura"}, {"REP", 2, "[REP] 09:00 Llamar a Ana"}}));
     ASSERT_EQ(view.repetition_forms.size(), 1u) << "row 2 is the repetition";
     EXPECT_EQ(view.repetition_forms[0].texto, "Llamar a Ana");
     EXPECT_FALSE(view.details_visible);

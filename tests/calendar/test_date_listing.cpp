@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "../accesslog/accesslog_fakes.h"
 #include "agenda/entries.h"
 #include "calendar_entries.h"
-#include "platform/shell_open.h"
 #include "scripted_dialogs.h"
 #include "temp_app_folder.h"
 
@@ -18,20 +18,11 @@ using test::ListOf;
 using test::ScriptedDialogs;
 using test::TempAppFolder;
 
-class RecordingShellOpen : public ShellOpen {
-public:
-    bool Open(const std::string& target, const std::string& working_folder) override {
-        opened.push_back({target, working_folder});
-        return true;
-    }
-    std::vector<std::pair<std::string, std::string>> opened;
-};
-
 class ListDatesTest : public ::testing::Test {
 protected:
     void Run() { ListDates(dialogs, shell, folder.Folder(), MakeDate(11, 3, 2024), alarms, repetitions); }
     ScriptedDialogs dialogs;
-    RecordingShellOpen shell;
+    test::RecordingShellOpen shell;
     TempAppFolder folder;
     EntryList alarms;
     EntryList repetitions;
@@ -50,8 +41,7 @@ TEST_F(ListDatesTest, MonthlyAlarmYearlyAnniversaryAndRepetitionByteForByte) {
         "\r\nLunes 03/02/2025\r\n  Reuni\xF3n\r\n! Cumplea\xF1os Ane (35)\r\n"
         "\r\nJueves 20/02/2025\r\n  Pagar cuota\r\n";
     EXPECT_EQ(folder.ReadFile(kListingFileName), expected);
-    ASSERT_EQ(shell.opened.size(), 1u);
-    EXPECT_EQ(shell.opened[0].first, folder.Path(kListingFileName));
+    EXPECT_EQ(shell.opened, std::vector<std::string>{folder.Path(kListingFileName) + " | " + folder.Folder()});
     EXPECT_TRUE(dialogs.Shown().empty());
 }
 

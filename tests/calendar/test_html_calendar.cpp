@@ -6,6 +6,7 @@
 #include <fstream>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "agenda/entries.h"
@@ -48,87 +49,56 @@ std::vector<std::string> CellsOf(const std::string& page) {
 
 const std::string kCell = "  <td width='14%' align='left' valign='top' height='16%'";
 
+// The page's bytes to the first week row, which follows the 31 head lines: six week rows of
+// nine lines each, then the last row, the table, the body and the page closed.
 TEST(CalendarPage, HeadLinesInOrder) {
-    const std::vector<std::string> lines = LinesOf(CalendarPage(MakeDate(15, 3, 2024), {}, "C"));
-    ASSERT_EQ(lines.size(), 31u + 6 * 9 + 3);
-    const std::vector<std::string> head(lines.begin(), lines.begin() + 31);
-    const std::vector<std::string> expected{
-        "<html>",
-        "<head>",
-        "<meta http-equiv='Content-Language' content='es'>",
-        "<meta http-equiv='Content-Type' content='text/html; charset=windows-1252'>",
-        "<title>MARZO.2024</title>",
-        "<style type='text/css'>",
-        "table {",
-        " font-family: arial; ",
-        " font-size: 40pt;",
-        " font-weight: bold;",
-        " color: #000000;",
-        "}",
-        ".otromes {",
-        " color: #aaaaaa;",
-        " font-size: 40pt;",
-        "}",
-        ".mes {",
-        " font-size: 20pt;",
-        "}",
-        ".cumple {",
-        " color: #000000;",
-        " font-size: 9pt;",
-        " font-weight: normal;",
-        "}",
-        "</style>",
-        "</head>",
-        "<body topmargin='10' leftmargin='10'>",
+    const std::string page = CalendarPage(MakeDate(15, 3, 2024), {}, "C");
+    ASSERT_EQ(LinesOf(page).size(), 31u + 6 * 9 + 3);
+    const std::string head =
+        "<html>\r\n<head>\r\n<meta http-equiv='Content-Language' content='es'>\r\n"
+        "<meta http-equiv='Content-Type' content='text/html; charset=windows-1252'>\r\n"
+        "<title>MARZO.2024</title>\r\n<style type='text/css'>\r\n"
+        "table {\r\n font-family: arial; \r\n font-size: 40pt;\r\n font-weight: bold;\r\n color: #000000;\r\n}\r\n"
+        ".otromes {\r\n color: #aaaaaa;\r\n font-size: 40pt;\r\n}\r\n.mes {\r\n font-size: 20pt;\r\n}\r\n"
+        ".cumple {\r\n color: #000000;\r\n font-size: 9pt;\r\n font-weight: normal;\r\n}\r\n</style>\r\n</head>\r\n"
+        "<body topmargin='10' leftmargin='10'>\r\n"
         "<table border='1' width='100%' cellspacing='0' cellpadding='0' bordercolorlight='#000000' "
-        "bordercolordark='#FFFFFF' bordercolor='#FFFFFF' height='100%'>",
-        " <tr>",
-        "  <td width='100%' align='center' valign='top' colspan='7' class='mes'>MARZO.2024</td>",
-        " </tr>"};
-    // 31 head lines, then the first week row opens.
-    EXPECT_EQ(head, expected);
-    EXPECT_EQ(lines[31], " <tr>");
-    EXPECT_EQ(std::vector<std::string>(lines.end() - 3, lines.end()),
-              (std::vector<std::string>{"</table>", "</body>", "</html>"}));
+        "bordercolordark='#FFFFFF' bordercolor='#FFFFFF' height='100%'>\r\n"
+        " <tr>\r\n  <td width='100%' align='center' valign='top' colspan='7' class='mes'>MARZO.2024</td>\r\n </tr>\r\n"
+        " <tr>\r\n";
+    EXPECT_EQ(page.substr(0, head.size()), head);
+    const std::string tail = " </tr>\r\n</table>\r\n</body>\r\n</html>\r\n";
+    EXPECT_EQ(page.substr(page.size() - tail.size()), tail);
 }
 
-// One cell of a page: the month shown, the page's items, and the cell's whole line.
-struct CellCase {
-    const char* what;
-    Date month;
-    Items items;
-    std::size_t cell;
-    std::string expected;
-};
-
-class CalendarCell : public ::testing::TestWithParam<CellCase> {};
-
-TEST_P(CalendarCell, Line) {
-    const CellCase& c = GetParam();
-    const std::vector<std::string> cells = CellsOf(CalendarPage(c.month, c.items, "C"));
-    ASSERT_EQ(cells.size(), 42u);
-    EXPECT_EQ(cells[c.cell], c.expected) << c.what;
+// One cell of a page: the month shown, the page's items, and the cell's whole line. April 2024
+// begins on a Monday; March 2024 on a Friday, so 5 March is cell 8.
+TEST(CalendarPage, CellLines) {
+    const Date april = MakeDate(10, 4, 2024), march = MakeDate(1, 3, 2024), september = MakeDate(1, 9, 2024);
+    for (const auto& [what, month, items, cell, expected] :
+         std::vector<std::tuple<const char*, Date, Items, std::size_t, std::string>>{
+             {"1st on a Monday starts the grid", april, {}, 0, ">01</td>"},
+             {"other-month weekend: colour, then class",
+              september,
+              {},
+              5,
+              " bgcolor='#C0C0C0' class='otromes'>31</td>"},
+             {"priority underlined and bold, in list order",
+              march,
+              {"05/03/2024!Pago", "06/03/2024Otro día", "05/03/2024A"},
+              8,
+              ">05</br><div class='cumple'><u><b>Pago</b></u></br>A</div></td>"},
+             {"text escaped",
+              march,
+              {"05/03/2024A&B <ddmmyy> l'o"},
+              8,
+              ">05</br><div class='cumple'>A&amp;B &lt;ddmmyy&gt; l'o</div></td>"},
+         }) {
+        const std::vector<std::string> cells = CellsOf(CalendarPage(month, items, "C"));
+        ASSERT_EQ(cells.size(), 42u) << what;
+        EXPECT_EQ(cells[cell], kCell + expected) << what;
+    }
 }
-
-// April 2024 begins on a Monday; March 2024 on a Friday, so 5 March is cell 8.
-INSTANTIATE_TEST_SUITE_P(
-    Cells, CalendarCell,
-    ::testing::Values(CellCase{"1st on a Monday starts the grid", MakeDate(10, 4, 2024), {}, 0, kCell + ">01</td>"},
-                      CellCase{"other-month weekend: colour, then class",
-                               MakeDate(1, 9, 2024),
-                               {},
-                               5,
-                               kCell + " bgcolor='#C0C0C0' class='otromes'>31</td>"},
-                      CellCase{"priority underlined and bold, in list order",
-                               MakeDate(1, 3, 2024),
-                               {"05/03/2024!Pago", "06/03/2024Otro día", "05/03/2024A"},
-                               8,
-                               kCell + ">05</br><div class='cumple'><u><b>Pago</b></u></br>A</div></td>"},
-                      CellCase{"text escaped",
-                               MakeDate(1, 3, 2024),
-                               {"05/03/2024A&B <ddmmyy> l'o"},
-                               8,
-                               kCell + ">05</br><div class='cumple'>A&amp;B &lt;ddmmyy&gt; l'o</div></td>"}));
 
 // The menu action, from the boxes to the files.
 class CreateCalendarsTest : public ::testing::Test {
@@ -210,12 +180,6 @@ TEST_F(CreateCalendarsTest, LowerCaseEGivesSpanishAndHiddenEntriesStayOff) {
     EXPECT_EQ(bytes.find("ecreto"), std::string::npos);
     EXPECT_EQ(dialogs.Asked().back().prompt, "Idioma (C/E):");
 }
-
-}  // namespace
-}  // namespace vt
-
-namespace vt {
-namespace {
 
 // The page the browser check (tests/e2e/calendar_chromium.sh) opens: March 2024, with a
 // priority entry on Friday 15 and a hidden one. Written where VT_BROWSER_PAGE points, if set.

@@ -4,8 +4,10 @@
 
 #include <chrono>
 #include <string>
+#include <tuple>
 
 #include "calendar/day_menu.h"
+#include "calendar/month_names.h"
 #include "calendar_entries.h"
 
 namespace vt {
@@ -35,51 +37,53 @@ protected:
     }
 };
 
-struct ShapeCase {
-    const char* name;
-    Date today;
-    Date shown;  // the date handed to the grid
-    Date displayed;
-    Date start;
-    const char* caption;
-    int first_cell;  // the cell of the month's 1st, negative when it lies before the grid
-    int month_days;
-    int today_cell;  // -1: today is not on the grid
-};
-
-class GridShape : public ::testing::TestWithParam<ShapeCase> {};
-
 // Six weeks of consecutive days from the start: the displayed month's days in the window's own
-// colour, the others grey, and today yellow wherever it lies.
-TEST_P(GridShape, CoversSixWeeksFromTheStart) {
-    const ShapeCase& c = GetParam();
-    const MonthGrid grid = FillMonthGrid(c.shown, c.today, EntryList{}, EntryList{});
-    EXPECT_EQ(grid.displayed, c.displayed);
-    EXPECT_EQ(grid.start, c.start);
-    EXPECT_EQ(grid.caption, c.caption);
-    for (int i = 0; i < 42; ++i) {
-        const DayCell& cell = grid.cells[static_cast<std::size_t>(i)];
-        EXPECT_EQ(cell.date, AddDays(c.start, i)) << "cell " << i;
-        EXPECT_EQ(cell.caption, FormatDate(cell.date).substr(0, 2)) << "cell " << i;
-        const bool in_month = i >= c.first_cell && i < c.first_cell + c.month_days;
-        EXPECT_EQ(cell.colour, i == c.today_cell ? CellColour::Today
-                               : in_month        ? CellColour::Window
-                                                 : CellColour::OtherMonth)
-            << "cell " << i;
-        EXPECT_FALSE(cell.bold || cell.underline || !cell.tag.empty()) << "cell " << i;
+// colour, the others grey, and today yellow wherever it lies. "+" from today's view goes to
+// April, shown from its 1st, a Monday with no week before it; "-" when today is the 1st shows
+// the month before.
+TEST(GridShape, CoversSixWeeksFromTheStart) {
+    const struct {
+        const char* name;
+        Date today;
+        Date shown;  // the date handed to the grid
+        Date displayed;
+        Date start;
+        const char* caption;
+        int first_cell;  // the cell of the month's 1st, negative when it lies before the grid
+        int month_days;
+        int today_cell;  // -1: today is not on the grid
+    } cases[] = {
+        {"TodaysView", March(13), March(13), March(13), March(11), "MAR - 2024", -10, 31, 2},
+        {"PlusFromToday", March(13), MoveDisplayedDate(March(13), March(13), 2), MakeDate(1, 4, 2024),
+         MakeDate(1, 4, 2024), "ABR - 2024", 0, 30, -1},
+        {"MinusWhenTodayIsTheFirst", March(1), MoveDisplayedDate(March(1), March(1), 1), MakeDate(1, 2, 2024),
+         MakeDate(29, 1, 2024), "FEB - 2024", 3, 29, 32},
+        // "-" on today's view shows the whole month, from its 1st.
+        {"MinusFromToday", March(13), MoveDisplayedDate(March(13), March(13), 1), March(1), MakeDate(26, 2, 2024),
+         "MAR - 2024", 4, 31, 16},
+        // A month whose 1st is a Sunday starts six days earlier.
+        {"FirstOnASunday", March(13), MakeDate(20, 9, 2024), MakeDate(1, 9, 2024), MakeDate(26, 8, 2024), "SEP - 2024",
+         6, 30, -1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const MonthGrid grid = FillMonthGrid(c.shown, c.today, EntryList{}, EntryList{});
+        EXPECT_EQ(grid.displayed, c.displayed);
+        EXPECT_EQ(grid.start, c.start);
+        EXPECT_EQ(grid.caption, c.caption);
+        for (int i = 0; i < 42; ++i) {
+            const DayCell& cell = grid.cells[static_cast<std::size_t>(i)];
+            EXPECT_EQ(cell.date, AddDays(c.start, i)) << "cell " << i;
+            EXPECT_EQ(cell.caption, FormatDate(cell.date).substr(0, 2)) << "cell " << i;
+            const bool in_month = i >= c.first_cell && i < c.first_cell + c.month_days;
+            EXPECT_EQ(cell.colour, i == c.today_cell ? CellColour::Today
+                                   : in_month        ? CellColour::Window
+                                                     : CellColour::OtherMonth)
+                << "cell " << i;
+            EXPECT_FALSE(cell.bold || cell.underline || !cell.tag.empty()) << "cell " << i;
+        }
     }
 }
-
-// "+" from today's view goes to April, shown from its 1st, a Monday with no week before it;
-// "-" when today is the 1st shows the month before.
-INSTANTIATE_TEST_SUITE_P(
-    Views, GridShape,
-    ::testing::Values(ShapeCase{"TodaysView", March(13), March(13), March(13), March(11), "MAR - 2024", -10, 31, 2},
-                      ShapeCase{"PlusFromToday", March(13), MoveDisplayedDate(March(13), March(13), 2),
-                                MakeDate(1, 4, 2024), MakeDate(1, 4, 2024), "ABR - 2024", 0, 30, -1},
-                      ShapeCase{"MinusWhenTodayIsTheFirst", March(1), MoveDisplayedDate(March(1), March(1), 1),
-                                MakeDate(1, 2, 2024), MakeDate(29, 1, 2024), "FEB - 2024", 3, 29, 32}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(MonthGridTest, RepetitionsUnderlineAlarmsBoldAndTheTagListsRepetitionsFirst) {
     alarms_ = ListOf({AlarmOn(March(20), "A1"), BuildAlarmEntry("21/03/2024", "09:00", 1, "M", 7, "0", "X"),
@@ -99,11 +103,12 @@ TEST_F(MonthGridTest, RepetitionsUnderlineAlarmsBoldAndTheTagListsRepetitionsFir
 TEST_F(MonthGridTest, AlarmTagsDropTheStartDateAndCountYearsForTheCellsYear) {
     // The view is December 2024; the first alarm's cell lies in January 2025. An alarm is not
     // shown on a day before its start date.
-    alarms_ =
-        ListOf({AlarmOn(MakeDate(3, 1, 2025), "Boda (1998) <010124>"),
-                AlarmOn(MakeDate(21, 12, 2024), "Curso <221224>"), AlarmOn(MakeDate(23, 12, 2024), "Curso <221224>")});
+    alarms_ = ListOf(
+        {AlarmOn(MakeDate(3, 1, 2025), "Boda (1998) <010124>"), AlarmOn(MakeDate(20, 12, 2024), "Boda (1998) y (1998)"),
+         AlarmOn(MakeDate(21, 12, 2024), "Curso <221224>"), AlarmOn(MakeDate(23, 12, 2024), "Curso <221224>")});
     const MonthGrid grid = Fill(MakeDate(5, 12, 2024));
     EXPECT_EQ(CellOf(grid, MakeDate(3, 1, 2025)).tag, "Boda (27) // ");
+    EXPECT_EQ(CellOf(grid, MakeDate(20, 12, 2024)).tag, "Boda (26) y (26) // ");  // every copy counted
     EXPECT_EQ(CellOf(grid, MakeDate(21, 12, 2024)).tag, "");
     EXPECT_EQ(CellOf(grid, MakeDate(23, 12, 2024)).tag, "Curso // ");
 }
@@ -129,31 +134,50 @@ TEST_F(MonthGridTest, AlarmsMarkedWithAMinusStayOffTheGrid) {
 
 // ---- navigation ------------------------------------------------------------------------------
 
-struct MoveCase {
-    const char* what;
-    Date displayed;
-    Date today;
-    int button;
-    Date expected;
-};
-
-class MoveDisplayed : public ::testing::TestWithParam<MoveCase> {};
-
-TEST_P(MoveDisplayed, GivesTheNextDisplayedDate) {
-    const MoveCase& c = GetParam();
-    EXPECT_EQ(MoveDisplayedDate(c.displayed, c.today, c.button), c.expected) << c.what;
+// Buttons: 0 "<<", 1 "-", 2 "+", 3 ">>", 4 today.
+TEST(MoveDisplayed, GivesTheNextDisplayedDate) {
+    const Date today = March(13);
+    for (const auto& [what, displayed, on, button, expected] :
+         std::vector<std::tuple<const char*, Date, Date, int, Date>>{
+             {"+ from 31 March", March(31), today, 2, MakeDate(30, 4, 2024)},
+             {"- on today's view at the month's end", March(31), March(31), 1, March(1)},
+             {"- on a 1st that is not today", March(1), today, 1, MakeDate(1, 2, 2024)},
+             {"- on a day that is not today clamps", March(31), today, 1, MakeDate(29, 2, 2024)},
+             {"centre button", MakeDate(1, 7, 2031), today, 4, today},
+             {"unknown button", MakeDate(1, 7, 2031), today, 5, MakeDate(1, 7, 2031)},
+             {"<< from 29 February", MakeDate(29, 2, 2024), today, 0, MakeDate(28, 2, 2023)},
+             {">> into a leap year stays on the 28th", MakeDate(28, 2, 2023), today, 3, MakeDate(28, 2, 2024)},
+             {"+ from 31 January, leap year", MakeDate(31, 1, 2024), today, 2, MakeDate(29, 2, 2024)},
+             {"+ across the year", MakeDate(1, 12, 2024), today, 2, MakeDate(1, 1, 2025)},
+             {"- across the year", MakeDate(1, 1, 2025), today, 1, MakeDate(1, 12, 2024)},
+             {"<< stops at year 1", MakeDate(1, 6, 1), today, 0, MakeDate(1, 6, 1)},
+             {"+ stops at year 9999", MakeDate(1, 12, 9999), today, 2, MakeDate(1, 12, 9999)},
+         }) {
+        EXPECT_EQ(MoveDisplayedDate(displayed, on, button), expected) << what;
+    }
 }
 
-const Date kToday = March(13);
-
-// Buttons: 0 "<<", 1 "-", 2 "+", 3 ">>", 4 today.
-INSTANTIATE_TEST_SUITE_P(
-    Buttons, MoveDisplayed,
-    ::testing::Values(MoveCase{"+ from 31 March", March(31), kToday, 2, MakeDate(30, 4, 2024)},
-                      MoveCase{"- on today's view at the month's end", March(31), March(31), 1, March(1)},
-                      MoveCase{"- on a 1st that is not today", March(1), kToday, 1, MakeDate(1, 2, 2024)},
-                      MoveCase{"- on a day that is not today clamps", March(31), kToday, 1, MakeDate(29, 2, 2024)},
-                      MoveCase{"centre button", MakeDate(1, 7, 2031), kToday, 4, kToday}));
+TEST(MonthNames, BothLanguagesFullAndShort) {
+    std::string names[4];
+    for (int month = 1; month <= 12; ++month) {
+        const Date date = MakeDate(15, month, 2024);
+        names[0] += MonthName(date, false, "C") + " ";
+        names[1] += MonthName(month, true, "C") + " ";
+        names[2] += MonthName(date, false, "E") + " ";
+        names[3] += MonthName(month, true, "E") + " ";
+    }
+    EXPECT_EQ(names[0], "ENERO FEBRERO MARZO ABRIL MAYO JUNIO JULIO AGOSTO SEPTIEMBRE OCTUBRE NOVIEMBRE DICIEMBRE ");
+    EXPECT_EQ(names[1], "ENE FEB MAR ABR MAY JUN JUL AGO SEP OCT NOV DIC ");
+    EXPECT_EQ(names[2],
+              "URTARRILA OTSAILA MARTXOA APIRILA MAIATZA EKAINA UZTAILA ABUZTUA IRAILA URRIA AZAROA ABENDUA ");
+    EXPECT_EQ(names[3], "URT OTS MAR API MAI EKA UZT ABU IRA URR AZA ABE ");
+    // Only a capital "E" is Basque, and there is no thirteenth month.
+    for (const char* other : {"", "e", "EU", "S"}) {
+        EXPECT_EQ(MonthName(MakeDate(1, 5, 2024), false, other), "MAYO") << "language \"" << other << "\"";
+    }
+    EXPECT_EQ(MonthName(0, false, "C"), "");
+    EXPECT_EQ(MonthName(13, true, "E"), "");
+}
 
 // ---- the day menu ----------------------------------------------------------------------------
 

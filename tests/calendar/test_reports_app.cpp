@@ -26,12 +26,12 @@ TEST_F(ReportsAppTest, CreatingCalendarsWritesTheMonthsPagesUnderTheHourglass) {
     dialogs.QueueInput("010324");
     dialogs.QueueInput("300424");
     dialogs.QueueInput("C");
+    view.busy_pointer.clear();
     app->CreateCalendars();
     EXPECT_TRUE(folder.Exists("calendario.03.2024.htm"));
     EXPECT_TRUE(folder.Exists("calendario.04.2024.htm"));
-    EXPECT_EQ(view.busy_pointer.back(), false);
-    EXPECT_FALSE(view.busy_pointer.empty());
-    EXPECT_EQ(dialogs.Texts().back(), "Hecho!. Los calendarios están junto al ejecutable.");
+    EXPECT_EQ(view.busy_pointer, (std::vector<bool>{true, false}));
+    EXPECT_EQ(dialogs.Texts(), std::vector<std::string>{"Hecho!. Los calendarios están junto al ejecutable."});
     EXPECT_TRUE(app->State().ClockInBoxesActive);
 }
 

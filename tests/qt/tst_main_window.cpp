@@ -1,11 +1,12 @@
-// The main window's wiring: its menus, a clock-in box, the closing paths and the repeat-later
-// dialog coming up from a tick. What App decides is tested in the core; here
+// The main window's wiring: its menus, the clock-in boxes, the main timer, the closing paths and
+// the repeat-later dialog coming up from a tick. What App decides is tested in the core; here
 // only what reaches App and what comes back.
 #include <filesystem>
 
 #include "agenda/repeat_dialog.h"
 #include "platform/qt_dialogs.h"
 #include "qt_test_support.h"
+#include "shell/config_dialog.h"
 
 using vt::FrmReloj;
 using vt::test::FocusOn;
@@ -124,6 +125,34 @@ private slots:
                               "mnuPopUpDetalle=(...)"}));
     }
 
+    void startFillsTheWindowAndTheTimerFollows_data() {
+        QTest::addColumn<QString>("dateFormat");
+        QTest::addColumn<bool>("started");
+        QTest::newRow("start went through") << "dd/MM/yyyy" << true;
+        QTest::newRow("start stopped at the date check") << "M/d/yy" << false;
+    }
+    void startFillsTheWindowAndTheTimerFollows() {
+        QFETCH(QString, dateFormat);
+        QFETCH(bool, started);
+        m_rig->locale.format = dateFormat.toStdString();
+
+        QCOMPARE(m_rig->start(SettingsFile("P", "08:00", "14:00", "15:30")), started);
+        m_window->startMainTimer();
+
+        QCOMPARE(m_rig->mainTimer()->isActive(), started);
+        if (started) {
+            QCOMPARE(m_rig->mainTimer()->interval(), 1000);
+            QCOMPARE(m_window->windowTitle(), u"VendrakoTimer 3.52"_s);
+            QStringList boxes;
+            for (int index = 0; index < 3; ++index) {
+                boxes << m_window->txtHora(index)->text() + u'/' + m_window->txtHora(index)->storedValue();
+            }
+            QCOMPARE(boxes, (QStringList{"08:00/08:00", "14:00/14:00", "15:30/15:30"}));
+            QCOMPARE(m_window->findChild<QLabel*>(u"lblSalida"_s)->text(), u"17:30"_s);
+            QCOMPARE(m_window->statusLine(), u"Hora de salida: 17:30"_s);
+        }
+    }
+
     // The closing steps (seen by the backup they make) run once, however the program ends, and
     // never after a failed date check; with a tray the close button only puts the window there.
     void closingPathsRunTheClosingStepsOnce_data() {
@@ -178,17 +207,85 @@ private slots:
         QCOMPARE(ended.constLast().at(0).toInt(), status);
     }
 
-    // Tab out of "Entrada 2": the time is stored and the departure shown.
+    void leavingABoxWithTabStoresItsTime_data() {
+        QTest::addColumn<int>("box");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("stored");  // the line the settings file must then hold
+        QTest::addColumn<QString>("departure");
+        QTest::newRow("Entrada 2 completes the day") << 2 << u"1530"_s << u"ENTRADA2=15:30"_s << u"17:30"_s;
+        QTest::newRow("Entrada 1") << 0 << u"745"_s << u"ENTRADA1=07:45"_s << u"..."_s;
+    }
     void leavingABoxWithTabStoresItsTime() {
+        QFETCH(int, box);
+        QFETCH(QString, typed);
+        QFETCH(QString, stored);
+        QFETCH(QString, departure);
         startShown(SettingsFile("P", "08:00", "14:00", ""));
-        QVERIFY(FocusOn(m_window->txtHora(2)));
+        QVERIFY(FocusOn(m_window->txtHora(box)));
 
-        QTest::keyClicks(m_window->txtHora(2), u"1530"_s);
-        QTest::keyClick(m_window->txtHora(2), Qt::Key_Tab);
+        QTest::keyClicks(m_window->txtHora(box), typed);
+        QTest::keyClick(m_window->txtHora(box), Qt::Key_Tab);
 
-        QVERIFY(m_rig->settingsOnDisk().contains(u"ENTRADA2=15:30\r\n"_s));
-        QCOMPARE(m_window->lblSalida()->text(), u"17:30"_s);
-        QCOMPARE(m_window->txtHora(2)->storedValue(), u"15:30"_s);
+        QVERIFY(m_rig->settingsOnDisk().contains(stored + u"\r\n"_s));
+        QCOMPARE(m_window->lblSalida()->text(), departure);
+        // The box goes back to this time on Escape from now on.
+        QCOMPARE(m_window->txtHora(box)->storedValue(), stored.section(u'=', 1));
+    }
+
+    // Another window of the program taking the focus is leaving the box too: App is told what it
+    // holds (here emptied, and so stored); the box keeps the window's focus for the user's return.
+    void goingToAnotherWindowIsLeavingTheBox() {
+        startShown(SettingsFile("P", "08:00", "14:00", ""));
+        QVERIFY(FocusOn(m_window->txtHora(1)));
+        QTest::keyClick(m_window->txtHora(1), Qt::Key_Backspace);  // the digits are selected on entering
+
+        QWidget other;
+        auto* field = new QLineEdit(&other);
+        QVERIFY(vt::test::ShowActive(other));
+        QTRY_VERIFY(field->hasFocus());
+        QCoreApplication::processEvents();
+
+        QVERIFY(field->hasFocus());
+        QVERIFY(m_rig->settingsOnDisk().contains(u"SALIDA1=\r\n"_s));
+        QCOMPARE(m_window->focusWidget(), m_window->txtHora(1));
+    }
+
+    // On a continuous day the afternoon boxes are out of reach, Tab included.
+    void afternoonBoxesAreLockedOnAContinuousDay() {
+        startShown(SettingsFile("C", "08:00", "", ""));
+
+        for (int index : {1, 2}) {
+            QVERIFY(m_window->txtHora(index)->isReadOnly());
+            QCOMPARE(m_window->txtHora(index)->focusPolicy(), Qt::NoFocus);
+        }
+        QVERIFY(FocusOn(m_window->txtHora(0)));
+        QTest::keyClick(m_window->txtHora(0), Qt::Key_Tab);
+        QVERIFY(!m_window->txtHora(1)->hasFocus());
+    }
+
+    // "Configuración" opens the schedule over the window; what is accepted there is stored and
+    // today's boxes follow it: unticking every day turns today into a split day.
+    void configurationOpensTheScheduleAndAppliesIt() {
+        startShown(SettingsFile("C", "08:00", "", ""));
+        QVERIFY(FocusOn(m_window->txtHora(0)));
+        QString shown;
+        vt::test::WhenModal<vt::FrmConfig>([&shown](vt::FrmConfig& dialog) {
+            shown = dialog.windowTitle() + u' ' + dialog.txtHora(1)->text();
+            for (int row = 0; row < 7; ++row) {
+                dialog.chkContinua(row)->setChecked(false);
+            }
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        });
+
+        m_window->menuItem(u"mnuConfig"_s)->trigger();
+
+        QCOMPARE(shown, u"Configuración 08:00"_s);
+        QVERIFY(m_rig->settingsOnDisk().contains(u"MARTES=08:00|P\r\n"_s));
+        QVERIFY(!m_window->txtHora(1)->isReadOnly());
+        QCOMPARE(m_window->txtHora(1)->focusPolicy(), Qt::StrongFocus);
+        // "Entrada 1" kept the focus: the refresh showed its time as the digits being edited.
+        QCOMPARE(m_window->focusWidget(), m_window->txtHora(0));
+        QCOMPARE(m_window->txtHora(0)->text(), u"0800"_s);
     }
 
     // One item per reminder after the hidden template, "&" shown as itself; a rebuild replaces

@@ -1,9 +1,13 @@
-// The tray window's wiring: its menu, its tip, the mouse events and what they do to the main
-// window. Which picture and tip belong to which state is the core's rule (TrayModel).
+// The tray window's wiring: its menu, its two properties, the pictures TmrFlash puts in the
+// tray, the mouse events and what they do to the main window. Which picture and tip belong to
+// which state is the core's rule (TrayModel) and is tested there; here only that the tick uses it.
 #include "qt_test_support.h"
 #include "store/app_state.h"
 
 using vt::FrmSysTray;
+using vt::TrayImage;
+
+Q_DECLARE_METATYPE(vt::TrayImage)
 
 class TrayIconTest : public QObject {
     Q_OBJECT
@@ -15,6 +19,21 @@ class TrayIconTest : public QObject {
     std::unique_ptr<vt::FrmReloj> m_window;
 
     QTimer* flashTimer() const { return m_tray->findChild<QTimer*>(u"TmrFlash"_s); }
+    // Images compare by their pixels whatever format the icon engine hands back.
+    static QImage Pixels(const QImage& image) { return image.convertToFormat(QImage::Format_ARGB32); }
+    QImage shown() const { return Pixels(m_tray->trayIcon()->icon().pixmap(16, 16).toImage()); }
+    QImage picture(TrayImage image) const { return Pixels(m_tray->picture(image).toImage()); }
+    // The main window "hidden", "normal", "minimised" or "maximised".
+    void showWindowAs(const QString& state) {
+        if (state == u"normal"_s) {
+            m_window->showNormal();
+        } else if (state == u"minimised"_s) {
+            m_window->showMinimized();
+        } else if (state == u"maximised"_s) {
+            m_window->showMaximized();
+        }
+    }
+
 private slots:
     void init() {
         m_trayPresent = false;
@@ -75,6 +94,48 @@ private slots:
         QVERIFY(!flashTimer()->isActive());
     }
 
+    void propertiesAreTheTipFieldAndTheTimers() {
+        QVERIFY(m_tray->setProperty("Tooltip", u"Hola"_s));
+        QCOMPARE(m_tray->property("Tooltip").toString(), u"Hola"_s + QChar(u'\0') + QString(59, u' '));
+        QCOMPARE(m_tray->property("Interval").toInt(), 1000);
+        QVERIFY(m_tray->setProperty("Interval", 250));
+        QCOMPARE(flashTimer()->interval(), 250);
+    }
+
+    void ticksDrawTheStageAndTheTask_data() {
+        QTest::addColumn<int>("stage");
+        QTest::addColumn<bool>("repetitionShowing");
+        QTest::addColumn<int>("ticks");
+        QTest::addColumn<TrayImage>("image");
+        QTest::newRow("5 continuous") << 5 << false << 1 << TrayImage::BolaB2;
+        QTest::newRow("6, second tick") << 6 << false << 2 << TrayImage::BolaNegra;
+        QTest::newRow("reminder waiting, second tick") << 11 << true << 2 << TrayImage::BolaHelp;
+    }
+    void ticksDrawTheStageAndTheTask() {
+        QFETCH(int, stage);
+        QFETCH(bool, repetitionShowing);
+        QFETCH(int, ticks);
+        QFETCH(TrayImage, image);
+        m_tray->Load();
+        m_state.DepartureStage = stage;
+        m_state.TodayMode = "C";
+        m_state.RepetitionShowing = repetitionShowing;
+        m_state.TareaActual = "Informe";
+        int seen = 0;
+        connect(m_tray.get(), &FrmSysTray::iconChanged, this, [&seen, ticks, this] {
+            if (++seen == ticks) {
+                flashTimer()->stop();
+            }
+        });
+
+        m_tray->setInterval(1);
+
+        QTRY_COMPARE(seen, ticks);
+
+        QCOMPARE(shown(), picture(image));
+        QCOMPARE(m_tray->trayIcon()->toolTip(), u"Última tarea: Informe"_s);
+    }
+
     // Each activation raises its name; only the double click brings the window up, and the
     // right button is left to the menu.
     void activationsRaiseTheirNames() {
@@ -90,6 +151,33 @@ private slots:
         }
         QCOMPARE(names, (QStringList{"LBUTTONUP", "RBUTTONUP", "MBUTTONUP", "OTHER....: 0", "LBUTTONDBLCLK"}));
         QVERIFY(m_window->isVisible());
+    }
+
+    // "Mostrar aplicación" is offered unless the window is there to see, and brings it back in
+    // front: a window shown in full stays so, anything else comes back in its normal size.
+    void restoreIsOfferedForAWindowNotShownAndBringsItBack_data() {
+        QTest::addColumn<QString>("window");
+        QTest::addColumn<bool>("offered");
+        QTest::newRow("hidden in the tray") << u"hidden"_s << true;
+        QTest::newRow("minimised") << u"minimised"_s << true;
+        QTest::newRow("shown normally") << u"normal"_s << false;
+        QTest::newRow("maximised counts as shown") << u"maximised"_s << false;
+    }
+    void restoreIsOfferedForAWindowNotShownAndBringsItBack() {
+        QFETCH(QString, window);
+        QFETCH(bool, offered);
+        showWindowAs(window);  // with no tray, so that a minimised window stays so
+        QAction* restore = m_tray->menuItem(u"mRestore"_s);
+        restore->setEnabled(!offered);
+
+        emit m_tray->popupMenu()->aboutToShow();
+        QCOMPARE(restore->isEnabled(), offered);
+        restore->setEnabled(true);
+        restore->trigger();
+
+        QVERIFY(m_window->isVisible() && !m_window->isMinimized());
+        QCOMPARE(m_window->isMaximized(), window == u"maximised"_s);
+        QTRY_VERIFY(m_window->isActiveWindow());
     }
 
     void minimisingGoesToTheTrayOnlyWhereThereIsOne_data() {
@@ -115,6 +203,22 @@ private slots:
         QCoreApplication::processEvents();
         // With nowhere to bring it back from, the window stays on the task bar.
         QCOMPARE(m_window->isVisible(), !trayPresent);
+    }
+    // A fired reminder also goes to the desktop's notifications, which come out of the icon in
+    // a tray: not before it is put there, nor once the tray has gone.
+    void notificationsComeOnlyFromAnIconInATray() {
+        QSignalSpy notified(m_tray.get(), &FrmSysTray::notified);
+        m_trayPresent = true;
+        m_tray->Notify("Repetición", "antes");
+        m_tray->Load();
+        m_tray->Notify("Repetición", "entre la carga y el bucle de eventos");
+        QCoreApplication::processEvents();
+        m_tray->Notify("Repetición", "02/01/2024 08:30  Llamar a Ana");
+        m_trayPresent = false;
+        m_tray->Notify("Repetición", "después");
+
+        QCOMPARE(notified.count(), 1);
+        QCOMPARE(notified.at(0).at(1).toString(), u"02/01/2024 08:30  Llamar a Ana"_s);
     }
 };
 

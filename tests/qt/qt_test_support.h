@@ -55,6 +55,15 @@ inline QStringList MenuRows(const QMenu& menu) {
     return rows;
 }
 
+// The same for the buttons of a dialog, in the order they were made.
+inline QStringList ButtonRows(const QWidget& dialog) {
+    QStringList rows;
+    for (const QPushButton* button : dialog.findChildren<QPushButton*>()) {
+        rows << button->objectName() + u'=' + button->text() + (button->isEnabled() ? u"+"_s : QString());
+    }
+    return rows;
+}
+
 // Runs `act` on the modal dialog of type T once the event loop of its exec() is running. A
 // dialog `act` leaves open is rejected, so that the test goes on to its checks and fails there.
 template <typename T>

@@ -1,4 +1,4 @@
-// The alarm editor's wiring: which keys and buttons do what, where the focus goes
+// The alarm editor's wiring: what it shows, which keys and buttons do what, where the focus goes
 // after a refusal and what "Aceptar" hands back. The checks and their messages are the core's.
 #include "agenda/alarm_dialog.h"
 #include "agenda/alarm_editor.h"
@@ -29,6 +29,7 @@ class AlarmDialogTest : public QObject {
         QVERIFY(vt::test::ShowActive(*m_dialog));
     }
     QWidget* control(const QString& name) const { return vt::test::Child(*m_dialog, name); }
+    QString text(const QString& box) const { return m_dialog->findChild<QLineEdit*>(box)->text(); }
 
 private slots:
     void init() {
@@ -36,6 +37,37 @@ private slots:
         m_clock.Set(18, 3, 2024, 10, 30, 20);  // a Monday
     }
     void cleanup() { m_dialog.reset(); }
+
+    void controlsAreNamedAndFilledFromTheForm() {
+        open(AlarmForm{});
+        QVERIFY(!control(u"cmdBorrar"_s)->isEnabled());
+        open(kExisting);
+        QCOMPARE(m_dialog->objectName(), u"frmAlarma"_s);
+        QCOMPARE(m_dialog->windowTitle(), u"Alarma"_s);
+        QStringList labels;
+        for (const QLabel* label : m_dialog->findChildren<QLabel*>()) {
+            labels << label->text();
+        }
+        QCOMPARE(labels, (QStringList{"Fecha:", "Hora:", "Repetir:", "Texto:", "Prioridad alta: \"!\" por delante.",
+                                      "No mostrar en el calendario: \"-\" por delante.",
+                                      "Los años de aniversarios con formato (9999)",
+                                      "A partir de una fecha concreta <ddmmyy>"}));
+        // The choices of "Repetir", then the buttons.
+        QStringList choices;
+        auto* cada = m_dialog->findChild<QComboBox*>(u"cboCada"_s);
+        for (int i = 0; i < cada->count(); ++i) {
+            choices << cada->itemText(i);
+        }
+        QCOMPARE(choices + vt::test::ButtonRows(*m_dialog),
+                 (QStringList{"Nunca", "1 Día", "1 Semana", "1 Mes", "3 Meses", "1 Año", "2 Años", "4 Años", "6 Años",
+                              "cmdAceptar=Aceptar+", "cmdCancelar=Cancelar+", "cmdBorrar=Borrar+", "cmdHelp=Ayuda+"}));
+        QCOMPARE(m_dialog->findChildren<QLabel*>().at(0)->buddy(), control(u"txtFecha"_s));
+        QCOMPARE((QStringList{text(u"txtFecha"_s), text(u"txtHora"_s), text(u"txtTexto"_s)}),
+                 (QStringList{"20/03/2024", "09:15", "!Reunión"}));
+        QVERIFY(qobject_cast<vt::TimeBox*>(control(u"txtHora"_s)) != nullptr);
+        QCOMPARE(cada->currentIndex(), 3);
+        QVERIFY(control(u"txtFecha"_s)->hasFocus());
+    }
 
     void enterAcceptsWhatWasTyped() {
         open(AlarmForm{});
@@ -69,7 +101,10 @@ private slots:
         QTest::addColumn<int>("action");  // -1: still open
         QTest::newRow("Escape on a time that is no time")
             << u"txtHora"_s << u"2500"_s << int(Qt::Key_Escape) << vt::MsgAnswer::Ok << int(EditorAction::Cancel);
+        QTest::newRow("Escape on a date that is no date")
+            << u"txtFecha"_s << u"3112"_s << int(Qt::Key_Escape) << vt::MsgAnswer::Ok << int(EditorAction::Cancel);
         QTest::newRow("F1 in the text") << u"txtTexto"_s << QString() << int(Qt::Key_F1) << vt::MsgAnswer::Ok << -1;
+        QTest::newRow("Ayuda") << u"cmdHelp"_s << QString() << 0 << vt::MsgAnswer::Ok << -1;
         QTest::newRow("Borrar, OK") << u"cmdBorrar"_s << QString() << 0 << vt::MsgAnswer::Ok
                                     << int(EditorAction::Delete);
         QTest::newRow("Borrar, Cancel") << u"cmdBorrar"_s << QString() << 0 << vt::MsgAnswer::Cancel << -1;
@@ -100,6 +135,16 @@ private slots:
         }
     }
 
+    void leavingTheDateConvertsIt() {
+        open(AlarmForm{});
+        QTest::keyClicks(control(u"txtFecha"_s), u"150324"_s);
+
+        QTest::keyClick(control(u"txtFecha"_s), Qt::Key_Tab);
+
+        QTRY_VERIFY(control(u"txtHora"_s)->hasFocus());
+        QCOMPARE(text(u"txtFecha"_s), u"15/03/2024"_s);
+    }
+
     // Enter is pressed in another box than the one refused, so that the focus has to move. The
     // time is checked against the clock when Enter is pressed, not when the dialog opened.
     void refusalFocusesItsBox_data() {
@@ -110,6 +155,10 @@ private slots:
         QTest::newRow("empty date") << AlarmForm{"", "10:30", 0, "X", false} << 0 << u"txtTexto"_s << u"txtFecha"_s;
         QTest::newRow("time passed since opening")
             << AlarmForm{"18/03/2024", "10:31", 0, "X", false} << 2 << u"txtTexto"_s << u"txtHora"_s;
+        QTest::newRow("no choice") << AlarmForm{"20/03/2024", "10:30", -1, "X", false} << 0 << u"txtTexto"_s
+                                   << u"cboCada"_s;
+        QTest::newRow("empty text") << AlarmForm{"20/03/2024", "10:30", 0, "", false} << 0 << u"txtFecha"_s
+                                    << u"txtTexto"_s;
     }
     void refusalFocusesItsBox() {
         QFETCH(AlarmForm, form);
@@ -126,6 +175,22 @@ private slots:
         QCOMPARE(m_dialogs.Shown().size(), size_t{1});
         QTRY_VERIFY(control(focus)->hasFocus());
         QCOMPARE(m_dialog->action(), EditorAction::Cancel);
+    }
+
+    // The modal entry point hands back what was saved.
+    void editHandsBackTheSavedForm() {
+        AlarmForm form{"18/03/2024", "10:30", 1, "Recoger a Lucía", true};
+        vt::test::WhenModal<FrmAlarma>([](FrmAlarma& dialog) {
+            QWidget* box = vt::test::Child(dialog, u"txtHora"_s);
+            if (FocusOn(box)) {
+                QTest::keyClicks(box, u"1800"_s);
+                QTest::keyClick(box, Qt::Key_Return);
+            }
+        });
+
+        QCOMPARE(FrmAlarma::edit(nullptr, m_dialogs, m_clock, form), EditorAction::Save);
+        QCOMPARE(form.hora, std::string("18:00"));
+        QCOMPARE(form.texto, std::string("Recoger a Lucía"));
     }
 };
 

@@ -34,6 +34,18 @@ class AlarmListDialogTest : public QObject {
 private slots:
     void cleanup() { m_dialog.reset(); }
 
+    void showsTheStoredLinesFirstSelected() {
+        open(Alarms());
+        QCOMPARE(m_dialog->objectName(), u"frmListaAlarmas"_s);
+        QCOMPARE(m_dialog->windowTitle(), u"Lista de Alarmas"_s);
+        QStringList lines;
+        for (int i = 0; i < list()->count(); ++i) {
+            lines << list()->item(i)->text();
+        }
+        QCOMPARE(lines, kLines);
+        QCOMPARE(list()->selectedItems(), QList<QListWidgetItem*>{list()->item(0)});
+    }
+
     void keysPick_data() {
         QTest::addColumn<QStringList>("lines");
         QTest::addColumn<int>("downs");  // Down arrows pressed first

@@ -1,5 +1,6 @@
-// The weekly schedule dialog's wiring: which keys and buttons accept or cancel it, and what
-// "Aceptar" hands back. The time rules are the core's and TimeBox's.
+// The weekly schedule dialog's wiring: what it shows on opening, which keys and buttons accept
+// or cancel it, and what "Aceptar" hands back. The time rules are the core's and TimeBox's; the
+// modal entry point is exercised through the main window's "Configuración".
 #include <array>
 
 #include "qt_test_support.h"
@@ -30,6 +31,28 @@ private slots:
     }
     void cleanup() { m_dialog.reset(); }
 
+    void rowsShowTheScheduleAndAreNamed() {
+        QCOMPARE(m_dialog->objectName(), u"frmConfig"_s);
+        QCOMPARE(m_dialog->windowTitle(), u"Configuración"_s);
+        QStringList rows;
+        for (int row = 0; row < 7; ++row) {
+            const auto* label = m_dialog->findChild<QLabel*>(u"lblDia(%1)"_s.arg(row));
+            const auto* box = m_dialog->findChild<vt::TimeBox*>(u"txtHora(%1)"_s.arg(row));
+            const auto* check = m_dialog->findChild<QCheckBox*>(u"chkContinua(%1)"_s.arg(row));
+            QCOMPARE(label->buddy(), box);
+            rows << label->text() + u' ' + box->storedValue() + u' ' + check->text() +
+                        (check->isChecked() ? u" X"_s : QString());
+        }
+        QCOMPARE(rows, (QStringList{"Lunes: 08:00 Jornada continua X", "Martes: 07:30 Jornada continua",
+                                    "Miércoles: 06:00 Jornada continua X", "Jueves: 09:15 Jornada continua",
+                                    "Viernes: 05:00 Jornada continua X", "Sábado 00:00 Jornada continua",
+                                    "Domingo 23:59 Jornada continua"}));
+        // The first box has the focus, and with it its digits.
+        QCOMPARE(m_dialog->txtHora(0)->text(), u"0800"_s);
+        QCOMPARE(m_dialog->txtHora(6)->text(), u"23:59"_s);
+        QCOMPARE(vt::test::ButtonRows(*m_dialog), (QStringList{"cmdAceptar=Aceptar+", "cmdCancelar=Cancelar+"}));
+    }
+
     // Thursday's box is typed into first, so that a key reaching it instead of the dialog would
     // undo or keep the edit rather than close anything. "Aceptar" hands back every row.
     void keysAndButtonsActOnTheDialog_data() {
@@ -38,7 +61,10 @@ private slots:
         QTest::addColumn<bool>("accepted");
         QTest::newRow("Return in a time box being typed") << u"txtHora(3)"_s << int(Qt::Key_Return) << true;
         QTest::newRow("Escape in a time box being typed") << u"txtHora(3)"_s << int(Qt::Key_Escape) << false;
+        QTest::newRow("Return on a check box") << u"chkContinua(2)"_s << int(Qt::Key_Return) << true;
         QTest::newRow("Return on Cancelar") << u"cmdCancelar"_s << int(Qt::Key_Return) << true;
+        QTest::newRow("Escape on Aceptar") << u"cmdAceptar"_s << int(Qt::Key_Escape) << false;
+        QTest::newRow("click on Cancelar") << u"cmdCancelar"_s << 0 << false;
         QTest::newRow("click on Aceptar") << u"cmdAceptar"_s << 0 << true;
     }
     void keysAndButtonsActOnTheDialog() {

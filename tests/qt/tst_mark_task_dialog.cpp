@@ -21,6 +21,14 @@ class MarkTaskDialogTest : public QObject {
     vt::test::RecordingBusy m_busy;
     std::unique_ptr<FrmMarcar> m_dialog;
 
+    QStringList listed() const {
+        QStringList items;
+        for (int i = 0; i < m_dialog->cboTarea()->count(); ++i) {
+            items << m_dialog->cboTarea()->itemText(i);
+        }
+        return items;
+    }
+
 private slots:
     void init() {
         m_folder = std::make_unique<vt::test::TempAppFolder>();
@@ -32,6 +40,27 @@ private slots:
     void cleanup() {
         m_dialog.reset();
         m_folder.reset();
+    }
+
+    void opensOnTheLogInLastUseOrder() {
+        QCOMPARE(m_dialog->objectName(), u"frmMarcar"_s);
+        QCOMPARE(m_dialog->windowTitle(), u"Tareas"_s);
+        QVERIFY(m_dialog->cboTarea()->isEditable());
+        QCOMPARE(m_dialog->optOrden(0)->objectName(), u"optOrden(0)"_s);
+        QCOMPARE(m_dialog->optOrden(0)->text(), u"Por último uso."_s);
+        QCOMPARE(m_dialog->optOrden(1)->objectName(), u"optOrden(1)"_s);
+        QCOMPARE(m_dialog->optOrden(1)->text(), u"Por nombre."_s);
+        QVERIFY(m_dialog->optOrden(0)->isChecked());
+        QCOMPARE(listed(), (QStringList{u"Informe"_s, u"Correo"_s}));
+        QCOMPARE(m_dialog->txtLog()->toPlainText(),
+                 u"01/01/2024 08:00:00 Correo\n02/01/2024 08:30:00 informe\n"
+                 u"02/01/2024 09:00:00 Informe\n"_s);
+        QVERIFY(!m_dialog->logChanged());
+
+        QTest::mouseClick(m_dialog->optOrden(1), Qt::LeftButton);
+        QCOMPARE(listed(), (QStringList{u"Correo"_s, u"Informe"_s}));
+        QTest::mouseClick(m_dialog->optOrden(0), Qt::LeftButton);
+        QCOMPARE(listed(), (QStringList{u"Informe"_s, u"Correo"_s}));
     }
 
     void enterInTheTaskBoxMarks() {
@@ -79,7 +108,12 @@ private slots:
                  QString::fromStdString(kLines) + u"02/01/2024 10:00:00 Correo\r\n02/01/2024 10:05:00 Llamadas\r\n"_s);
     }
 
-    void escapeAfterAnEditAsks() {
+    void escapeAsksOnlyAfterAnEdit() {
+        QTest::keyClick(m_dialog->cboTarea(), Qt::Key_Escape);
+        QVERIFY(!m_dialog->isVisible());
+        QVERIFY(m_dialogs->Texts().empty());
+
+        QVERIFY(vt::test::ShowActive(*m_dialog));
         QVERIFY(vt::test::FocusOn(m_dialog->txtLog()));
         QTest::keyClicks(m_dialog->txtLog(), u"x"_s);
         m_dialogs->QueueAnswer(vt::MsgAnswer::No);
@@ -92,6 +126,18 @@ private slots:
                  (std::vector<std::string>{"¿Cancelar los cambios en el Log?", "¿Cancelar los cambios en el Log?"}));
         QCOMPARE(m_dialog->tareaActual(), std::nullopt);
         QCOMPARE(QString::fromStdString(m_folder->ReadFile(kLog)), QString::fromStdString(kLines));
+    }
+
+    void marcarReturnsTheMarkedTask() {
+        m_dialog.reset();
+        vt::test::WhenModal<FrmMarcar>([](FrmMarcar& dialog) {
+            dialog.cboTarea()->setEditText(u"Correo"_s);
+            QTest::keyClick(dialog.cboTarea(), Qt::Key_Return);
+        });
+        QCOMPARE(FrmMarcar::marcar(nullptr, *m_dialogs, m_clock, m_busy, m_folder->Paths()),
+                 std::optional<std::string>("Correo"));
+        vt::test::WhenModal<FrmMarcar>([](FrmMarcar& dialog) { QTest::keyClick(dialog.cboTarea(), Qt::Key_Escape); });
+        QCOMPARE(FrmMarcar::marcar(nullptr, *m_dialogs, m_clock, m_busy, m_folder->Paths()), std::nullopt);
     }
 };
 

@@ -1,20 +1,29 @@
-// The month calendar's wiring: what it paints from a filled grid and what its buttons report.
-// Which days are marked, in which colour and with which tag is the core's rule (FillMonthGrid)
-// and is tested there.
+// The month calendar's wiring: what it paints from a filled grid, what its buttons report and
+// how it fills the day menu. Which days are marked, in which colour and with which tag is the
+// core's rule (FillMonthGrid, BuildDayMenu) and is tested there.
+#include <QAction>
 #include <QApplication>
 #include <QImage>
+#include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <memory>
+#include <optional>
 
 #include "agenda/entries.h"
+#include "calendar/day_menu.h"
 #include "calendar/month_grid.h"
 #include "calendar/qt_month_calendar.h"
 #include "store/dates.h"
 #include "store/entry_list.h"
 
+using vt::DayMenu;
 using vt::MonthCalendar;
+
+Q_DECLARE_METATYPE(vt::DayMenu)
 
 namespace {
 // Wednesday 13 March 2024 is today: its view starts on Monday 11 March (cell 0), today is
@@ -29,6 +38,33 @@ vt::MonthGrid MarchGrid() {
     return vt::FillMonthGrid(today, today, alarms, repetitions);
 }
 
+// The day menu as the main window builds it, every item enabled.
+std::unique_ptr<QMenu> PopUpMenu() {
+    auto menu = std::make_unique<QMenu>();
+    for (const auto& [name, caption] :
+         {std::pair{"mnuPopUpRepeticion", "Añadir Repetición"}, std::pair{"mnuPopUpAlarma", "Añadir Alarma"},
+          std::pair{"", ""}, std::pair{"mnuPopUpDetalle", "(...)"}}) {
+        QAction* action = *name == '\0' ? menu->addSeparator() : menu->addAction(QString::fromUtf8(caption));
+        action->setObjectName(QString::fromUtf8(name));
+    }
+    return menu;
+}
+
+// "name=caption" of each item the menu shows, "-" for a shown separator.
+QStringList ShownItems(const QMenu& menu) {
+    QStringList shown;
+    for (const QAction* action : menu.actions()) {
+        if (action->isVisible()) {
+            shown << (action->isSeparator() ? QStringLiteral("-")
+                                            : action->objectName() + QLatin1Char('=') + action->text());
+        }
+    }
+    return shown;
+}
+
+const DayMenu kMenuWithRows{
+    "15/03/2024", {{"ALA", 2, "[ALA] Cena con Ana & Luis"}, {"REP", 1, "[REP] 10:30 Pan"}}, true};
+const QStringList kAddItems{"mnuPopUpRepeticion=Añadir Repetición", "mnuPopUpAlarma=Añadir Alarma"};
 }  // namespace
 
 class MonthCalendarTest : public QObject {
@@ -40,9 +76,14 @@ private slots:
 
     void cellsArePaintedFromTheGrid_data();
     void cellsArePaintedFromTheGrid();
+    void dayButtonsStandInRowsAndColumns();
     void navigationButtonsRequestTheirMove_data();
     void navigationButtonsRequestTheirMove();
     void hoveringAndClickingADayReportIt();
+    void dayMenuIsFilledForTheDay_data();
+    void dayMenuIsFilledForTheDay();
+    void refillingDeletesThePreviousItems();
+    void escapeChoosesNothing();
 
 private:
     QPushButton* day(int cell) const {
@@ -99,9 +140,20 @@ void MonthCalendarTest::cellsArePaintedFromTheGrid() {
     QCOMPARE(move(4)->text(), QStringLiteral("MAR - 2024"));
 }
 
+void MonthCalendarTest::dayButtonsStandInRowsAndColumns() {
+    for (int i = 0; i < 7; ++i) {
+        QCOMPARE(day(i)->geometry(), QRect(i * 28, 0, 29, 29));
+    }
+    for (int i = 0; i < 6; ++i) {
+        QCOMPARE(day(i * 7)->geometry(), QRect(0, i * 29, 29, 29));
+    }
+}
+
 void MonthCalendarTest::navigationButtonsRequestTheirMove_data() {
     QTest::addColumn<int>("index");
     QTest::newRow("<<") << 0;
+    QTest::newRow("-") << 1;
+    QTest::newRow("+") << 2;
     QTest::newRow(">>") << 3;
     QTest::newRow("centre") << 4;
 }
@@ -126,6 +178,61 @@ void MonthCalendarTest::hoveringAndClickingADayReportIt() {
     QCOMPARE(clicks.size(), 1);
     QCOMPARE(clicks.front().at(0).toInt(), 17);
     QCOMPARE(clicks.front().at(1).toPoint(), button->mapToGlobal(QPoint(5, 7)));
+}
+
+void MonthCalendarTest::dayMenuIsFilledForTheDay_data() {
+    QTest::addColumn<DayMenu>("menu");
+    QTest::addColumn<QStringList>("shown");
+
+    QTest::newRow("a day without entries")
+        << DayMenu{"13/03/2024", {}, false} << kAddItems + QStringList{"mnuPopUpDetalle=13/03/2024"};
+    QTest::newRow("a day with entries") << kMenuWithRows
+                                        << kAddItems + QStringList{"-", "mnuPopUpDetalle=15/03/2024",
+                                                                   "mnuPopUpDetalle(1)=[ALA] Cena con Ana && Luis",
+                                                                   "mnuPopUpDetalle(2)=[REP] 10:30 Pan"};
+}
+
+void MonthCalendarTest::dayMenuIsFilledForTheDay() {
+    QFETCH(DayMenu, menu);
+    QFETCH(QStringList, shown);
+    const std::unique_ptr<QMenu> popUp = PopUpMenu();
+    MonthCalendar::fillDayMenu(popUp.get(), menu);
+    QCOMPARE(ShownItems(*popUp), shown);
+}
+
+void MonthCalendarTest::refillingDeletesThePreviousItems() {
+    const std::unique_ptr<QMenu> popUp = PopUpMenu();
+    MonthCalendar::fillDayMenu(popUp.get(), kMenuWithRows);
+    const QPointer<QAction> first = popUp->actions().at(4);
+    QCOMPARE(first->objectName(), QStringLiteral("mnuPopUpDetalle(1)"));
+
+    MonthCalendar::fillDayMenu(popUp.get(), DayMenu{"17/03/2024", {}, false});
+
+    QVERIFY(first.isNull());
+    QCOMPARE(ShownItems(*popUp), kAddItems + QStringList{"mnuPopUpDetalle=17/03/2024"});
+    QCOMPARE(popUp->actions().size(), 4);
+}
+
+void MonthCalendarTest::escapeChoosesNothing() {
+    const std::unique_ptr<QMenu> popUp = PopUpMenu();
+    // The menu waits in its own loop; Escape is pressed from inside it once it shows.
+    bool shown = false;
+    QTimer dismiss;
+    dismiss.setInterval(5);
+    connect(&dismiss, &QTimer::timeout, this, [&] {
+        if (!shown && popUp->isVisible()) {
+            shown = true;
+            QTest::keyClick(popUp.get(), Qt::Key_Escape);
+        }
+    });
+    dismiss.start();
+
+    const std::optional<vt::DayMenuChoice> choice =
+        MonthCalendar::popUpDayMenu(popUp.get(), kMenuWithRows, day(4)->mapToGlobal(QPoint(14, 14)));
+
+    QVERIFY(shown);
+    QVERIFY(!choice.has_value());
+    QVERIFY(!popUp->isVisible());
 }
 
 QTEST_MAIN(MonthCalendarTest)

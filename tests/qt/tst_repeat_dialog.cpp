@@ -1,4 +1,4 @@
-// The repeat-later dialog's wiring: which button or key gives which answer, and
+// The repeat-later dialog's wiring: what it shows, which button or key gives which answer, and
 // that ask() hands that answer back. When a reminder comes back is the core's arithmetic.
 #include "agenda/repeat_dialog.h"
 #include "qt_test_support.h"
@@ -21,6 +21,32 @@ private slots:
     }
     void cleanup() { m_dialog.reset(); }
 
+    void controlsAreNamedAndCaptioned() {
+        QCOMPARE(m_dialog->objectName(), u"frmRepetir"_s);
+        QCOMPARE(m_dialog->windowTitle(), u"Repetición"_s);
+        QVERIFY(m_dialog->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        const QStringList labels{"5 Minutos", "10 Minutos", "15 Minutos", "30 Minutos", "1 Hora",
+                                 "2 Horas",   "4 Horas",    "6 Horas",    "1 Día",      "1 Semana"};
+        QStringList listed;
+        QStringList buttons{"cmdOk=Aceptar+", "cmdNunca=Nunca+"};
+        auto* combo = m_dialog->findChild<QComboBox*>(u"cboTiempo"_s);
+        for (int i = 0; i < combo->count(); ++i) {
+            listed << combo->itemText(i);
+            buttons << u"cmdTiempo(%1)="_s.arg(i) + labels.at(i) + u'+';
+        }
+        QCOMPARE(listed, labels);
+        QCOMPARE(vt::test::ButtonRows(*m_dialog), buttons);
+        // The due moment and the text are shown as given, markup and "&" included.
+        auto* when = m_dialog->findChild<QLabel*>(u"lblFecha"_s);
+        QCOMPARE(when->text(), u"15/03/2024 10:00"_s);
+        QCOMPARE(when->textFormat(), Qt::PlainText);
+        auto* text = m_dialog->findChild<QPlainTextEdit*>(u"txtTexto"_s);
+        QCOMPARE(text->toPlainText(), u"Llamar a Ana & <b>Luis</b> (54)"_s);
+        QVERIFY(text->isReadOnly());
+        // The focus starts on what Enter and Escape stand for.
+        QCOMPARE(QApplication::focusWidget(), m_dialog->cmdTiempo(0));
+    }
+
     // With "1 Hora" in the list: a delay button chooses itself, "Aceptar" the list's delay, and
     // only "Nunca" (-1) drops the reminder. The dialog sees Enter and Escape before its controls:
     // both are "5 Minutos" wherever the focus is, and so is the close button. Space presses.
@@ -29,12 +55,17 @@ private slots:
         QTest::addColumn<int>("key");  // 0 for a click, -1 for the close button
         QTest::addColumn<int>("answer");
         QTest::newRow("click 15 Minutos") << u"cmdTiempo(2)"_s << 0 << 2;
+        QTest::newRow("click 1 Semana") << u"cmdTiempo(9)"_s << 0 << 9;
         QTest::newRow("click Aceptar") << u"cmdOk"_s << 0 << 4;
         QTest::newRow("click Nunca") << u"cmdNunca"_s << 0 << -1;
         QTest::newRow("Space on 6 Horas") << u"cmdTiempo(7)"_s << int(Qt::Key_Space) << 7;
+        QTest::newRow("Space on Nunca") << u"cmdNunca"_s << int(Qt::Key_Space) << -1;
         QTest::newRow("Escape on Nunca") << u"cmdNunca"_s << int(Qt::Key_Escape) << 0;
+        QTest::newRow("Return on Nunca") << u"cmdNunca"_s << int(Qt::Key_Return) << 0;
         QTest::newRow("Return on Aceptar") << u"cmdOk"_s << int(Qt::Key_Return) << 0;
         QTest::newRow("keypad Enter on 4 Horas") << u"cmdTiempo(6)"_s << int(Qt::Key_Enter) << 0;
+        QTest::newRow("Escape in the list") << u"cboTiempo"_s << int(Qt::Key_Escape) << 0;
+        QTest::newRow("Return in the text") << u"txtTexto"_s << int(Qt::Key_Return) << 0;
         QTest::newRow("close button") << u"cmdOk"_s << -1 << 0;
     }
     void answers() {

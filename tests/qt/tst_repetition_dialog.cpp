@@ -1,4 +1,4 @@
-// The repetition editor's wiring: its keys, the focus after a refusal and what
+// The repetition editor's wiring: its controls, keys, the focus after a refusal and what
 // "Aceptar" hands back. The checks and their messages are the core's.
 #include "agenda/repetition_dialog.h"
 #include "agenda/repetition_editor.h"
@@ -27,6 +27,7 @@ class RepetitionDialogTest : public QObject {
         QVERIFY(vt::test::ShowActive(*m_dialog));
     }
     QWidget* control(const QString& name) const { return vt::test::Child(*m_dialog, name); }
+    QString text(const QString& box) const { return m_dialog->findChild<QLineEdit*>(box)->text(); }
 
 private slots:
     void init() {
@@ -34,6 +35,24 @@ private slots:
         m_clock.Set(18, 3, 2024, 10, 30, 20);  // a Monday
     }
     void cleanup() { m_dialog.reset(); }
+
+    void controlsAreNamedAndFilledFromTheForm() {
+        open(RepetitionForm{});
+        QVERIFY(!control(u"cmdBorrar"_s)->isEnabled());
+        open(kExisting);
+        QCOMPARE(m_dialog->objectName(), u"frmRepeticion"_s);
+        QCOMPARE(m_dialog->windowTitle(), u"Repetición"_s);
+        QStringList labels;
+        for (const QLabel* label : m_dialog->findChildren<QLabel*>()) {
+            labels << label->text();
+        }
+        QCOMPARE(labels, (QStringList{"Fecha:", "Hora:", "Texto:"}));
+        QCOMPARE(vt::test::ButtonRows(*m_dialog),
+                 (QStringList{"cmdAceptar=Aceptar+", "cmdCancelar=Cancelar+", "cmdBorrar=Borrar+", "cmdHelp=Ayuda+"}));
+        QVERIFY(qobject_cast<vt::TimeBox*>(control(u"txtHora"_s)) != nullptr);
+        QCOMPARE((QStringList{text(u"txtFecha"_s), text(u"txtHora"_s), text(u"txtTexto"_s)}),
+                 (QStringList{"20/03/2024", "09:15", "Llamar a José"}));
+    }
 
     void enterAcceptsAnEmptyText() {
         open(RepetitionForm{});
@@ -99,6 +118,23 @@ private slots:
         QCOMPARE(m_dialogs.Shown().size(), size_t{1});
         QTRY_VERIFY(control(u"txtHora"_s)->hasFocus());
         QCOMPARE(m_dialog->action(), EditorAction::Cancel);
+    }
+
+    // The modal entry point hands back what was saved.
+    void editHandsBackTheSavedForm() {
+        RepetitionForm form = kExisting;
+        vt::test::WhenModal<FrmRepeticion>([](FrmRepeticion& dialog) {
+            auto* box = dialog.findChild<QLineEdit*>(u"txtTexto"_s);
+            if (FocusOn(box)) {
+                box->selectAll();
+                QTest::keyClicks(box, u"Pan, leche"_s);
+                QTest::keyClick(box, Qt::Key_Return);
+            }
+        });
+
+        QCOMPARE(FrmRepeticion::edit(nullptr, m_dialogs, m_clock, form), EditorAction::Save);
+        QCOMPARE(form.texto, std::string("Pan, leche"));
+        QCOMPARE(form.hora, kExisting.hora);
     }
 };
 

@@ -86,8 +86,10 @@ private slots:
         QTest::addColumn<Qt::FocusReason>("reason");
         QTest::addColumn<bool>("checked");
         QTest::newRow("tab") << Qt::TabFocusReason << true;
+        QTest::newRow("mouse") << Qt::MouseFocusReason << true;
         QTest::newRow("window deactivated") << Qt::ActiveWindowFocusReason << false;
         QTest::newRow("popup opened") << Qt::PopupFocusReason << false;
+        QTest::newRow("menu bar") << Qt::MenuBarFocusReason << false;
     }
     void onlyRealFocusMovesCheckTheBox() {
         QFETCH(Qt::FocusReason, reason);
@@ -103,12 +105,24 @@ private slots:
         QCOMPARE(left.count(), checked ? 1 : 0);
     }
 
+    // A click as well as Tab shows the digits selected, ready to be typed over.
+    void aClickShowsTheDigitsSelected() {
+        m_box->setText(u"07:45"_s);
+
+        QTest::mouseClick(m_box, Qt::LeftButton, {}, QPoint(m_box->width() - 4, m_box->height() / 2));
+
+        QTRY_VERIFY(m_box->hasFocus());
+        QCOMPARE(m_box->text(), u"0745"_s);
+        QTRY_COMPARE(m_box->selectedText(), u"0745"_s);
+    }
+
     // Typed or pasted, nothing but four digits gets in; Backspace keeps working.
     void onlyDigitsGetIn_data() {
         QTest::addColumn<QString>("shown");
         QTest::addColumn<QString>("typed");  // "\b" is Backspace
         QTest::addColumn<QString>("text");
         QTest::newRow("letters, colon, signs and space are discarded") << QString() << u"a1B:2- z"_s << u"12"_s;
+        QTest::newRow("no fifth digit") << QString() << u"12345\b"_s << u"123"_s;
         QTest::newRow("a letter leaves the selected time") << u"07:45"_s << u"x"_s << u"0745"_s;
     }
     void onlyDigitsGetIn() {
@@ -147,6 +161,7 @@ private slots:
         QTest::addColumn<Qt::Key>("key");
         QTest::addColumn<bool>("accepted");
         QTest::newRow("return") << Qt::Key_Return << true;
+        QTest::newRow("keypad enter") << Qt::Key_Enter << true;
         QTest::newRow("escape") << Qt::Key_Escape << false;
     }
     void enterReachesTheDialogAndEscapeDoesNot() {

@@ -3,11 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
-
-#include "accesslog_fakes.h"
-#include "fake_clock.h"
-#include "scripted_dialogs.h"
-#include "temp_app_folder.h"
+#include <utility>
 
 namespace vt {
 namespace {
@@ -20,18 +16,15 @@ std::size_t Count(const std::string& text, const std::string& what) {
     return n;
 }
 
-class MonthIndex : public ::testing::TestWithParam<std::pair<Date, int>> {};
-
-TEST_P(MonthIndex, HasOneLinkPerDayOfTheMonth) {
-    const auto& [date, days] = GetParam();
-    const std::string head = EscribirCabeceraLog(date);
-    EXPECT_EQ(Count(head, "<a href='#DIA"), static_cast<std::size_t>(days));
-    EXPECT_NE(head.find("<a href='#DIA" + std::to_string(days) + "'>"), std::string::npos);
+// One link per day of the month, up to the month's last day.
+TEST(AccessPage, TheHeadLinksEveryDayOfTheMonth) {
+    for (const auto& [date, days] : {std::pair{MakeDate(15, 2, 2024), 29}, std::pair{MakeDate(30, 4, 2024), 30},
+                                     std::pair{MakeDate(1, 3, 2024), 31}}) {
+        const std::string head = EscribirCabeceraLog(date);
+        EXPECT_EQ(Count(head, "<a href='#DIA"), static_cast<std::size_t>(days)) << days;
+        EXPECT_NE(head.find("<a href='#DIA" + std::to_string(days) + "'>"), std::string::npos) << days;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Table, MonthIndex,
-                         ::testing::Values(std::pair{MakeDate(15, 2, 2024), 29}, std::pair{MakeDate(30, 4, 2024), 30},
-                                           std::pair{MakeDate(1, 3, 2024), 31}));
 
 // February 2015 begins on a Sunday: every Sunday's link is followed by "- -", the rest by "|".
 TEST(AccessPage, HeadOfAMonthByteForByte) {
@@ -45,21 +38,6 @@ TEST(AccessPage, HeadOfAMonthByteForByte) {
     }
     expected += "</p>\r\n";
     EXPECT_EQ(EscribirCabeceraLog(MakeDate(20, 2, 2015)), expected);
-}
-
-class AccesosMenu : public ::testing::Test {
-protected:
-    test::TempAppFolder folder_;
-    test::FakeClock clock_{MakeDateTime(MakeDate(14, 3, 2024), 10)};
-    test::ScriptedDialogs dialogs_;
-    test::RecordingShellOpen shell_;
-};
-
-TEST_F(AccesosMenu, TodayWithoutAPageTellsTheUserAndCreatesNothing) {
-    AbrirLogDeHoy(folder_.Paths(), clock_, dialogs_, shell_);
-    EXPECT_EQ(dialogs_.Texts(), std::vector<std::string>{"Aún no existe un LOG para hoy."});
-    EXPECT_TRUE(shell_.opened.empty());
-    EXPECT_FALSE(folder_.Exists("LOG/2024.03.MARZO.htm"));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 // The recent-files scan and the "Accesos" items as App runs them.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "accesslog_fakes.h"
@@ -7,6 +8,9 @@
 
 namespace vt {
 namespace {
+
+using ::testing::AllOf;
+using ::testing::HasSubstr;
 
 class ScanAppTest : public ::testing::Test, public test::AppHarness {
 protected:
@@ -35,13 +39,12 @@ TEST_F(ScanAppTest, StartUpScansOnceAndTheTickEveryFiveMinutes) {
     ASSERT_EQ(app->Start("DESA"), Outcome::Continue);
     EXPECT_EQ(recent.calls, 1);
     EXPECT_EQ(view.busy_pointer, (std::vector<bool>{true, false}));
-    const std::string page = folder.ReadFile("LOG/2024.03.MARZO.htm");
-    EXPECT_NE(page.find(Utf8ToCp1252("<b>DIA 13 (Miércoles)</b>")), std::string::npos)
-        << page;  // pages are Windows-1252
-    EXPECT_NE(page.find("08:30:00\r\n <a href='file:///home/ana/informe.odt'>/home/ana/informe.odt</a>\r\n<br>\r\n"),
-              std::string::npos)
-        << page;
-    EXPECT_NE(folder.ReadFile("VendrakoTimer.ini").find("ULTIMO=13/03/2024 09:00:00"), std::string::npos);
+    // Pages are Windows-1252.
+    EXPECT_THAT(
+        folder.ReadFile("LOG/2024.03.MARZO.htm"),
+        AllOf(HasSubstr(Utf8ToCp1252("<b>DIA 13 (Miércoles)</b>")),
+              HasSubstr("08:30:00\r\n <a href='file:///home/ana/informe.odt'>/home/ana/informe.odt</a>\r\n<br>\r\n")));
+    EXPECT_THAT(folder.ReadFile("VendrakoTimer.ini"), HasSubstr("ULTIMO=13/03/2024 09:00:00"));
     for (int tick = 0; tick < 301; ++tick) {
         app->Tick();
     }
@@ -56,11 +59,23 @@ TEST_F(ScanAppTest, TheAccesosItemsOpenTodaysPageOrSaySoAndTheFolders) {
     ASSERT_EQ(app->Start("DESA"), Outcome::Continue);
     dialogs.Forget();
     app->OpenTodaysAccessLog();
-    EXPECT_EQ(dialogs.Texts(), std::vector<std::string>{"Aún no existe un LOG para hoy."});
-    EXPECT_TRUE(shell.opened.empty());
+    EXPECT_FALSE(folder.Exists("LOG/2024.03.MARZO.htm")) << "asking for the page creates none";
+    folder.WriteFile("LOG/2024.03.MARZO.htm", "x");
+    app->OpenTodaysAccessLog();
     app->OpenAccessLogFolder();
-    ASSERT_EQ(shell.opened.size(), 1u);
-    EXPECT_EQ(shell.opened[0], folder.Path("LOG/") + " | " + folder.Folder());
+    // The recent files: no folder known is said so (opening "/" would show the root of the disk),
+    // a folder is opened with its separator, and the desktop's own view comes first.
+    app->OpenRecentFilesFolder();
+    special.recent = "/r/Recent";
+    app->OpenRecentFilesFolder();
+    special.view = "recent:///";
+    app->OpenRecentFilesFolder();
+    EXPECT_EQ(dialogs.Texts(), (std::vector<std::string>{"Aún no existe un LOG para hoy.",
+                                                         "No se encuentra la carpeta de archivos recientes."}));
+    const std::string from = " | " + folder.Folder();
+    EXPECT_EQ(shell.opened,
+              (std::vector<std::string>{folder.Path("LOG/2024.03.MARZO.htm") + from, folder.Path("LOG/") + from,
+                                        "/r/Recent/" + from, "recent:///" + from}));
 }
 
 }  // namespace

@@ -43,37 +43,25 @@ TEST(TrayLook, AWaitingReminderBlinksTheQuestionMarkWhateverTheStage) {
     }
 }
 
+// The field is the text, its NUL and blanks up to 64 characters, counted as characters, not
+// bytes: "Última tarea: " is 14 characters (15 bytes), so 49 more fill 63 and leave the NUL the
+// last; 50 fill the field and the NUL is lost with the cut.
 TEST(TrayTip, IsFollowedByTheNulAndBlanksAndCountsCharactersNotBytesAtTheLimit) {
-    const std::u32string none = TrayTipField(TrayTipText(""));
-    ASSERT_EQ(none.size(), 64u);
-    EXPECT_EQ(none[29], U'\0');
-    EXPECT_EQ(none[63], U' ');
-    EXPECT_EQ(TrayTipShown(none), "No hay ninguna tarea marcada.");
-
-    // "Última tarea: " is 14 characters (15 bytes); 49 more fill 63 and leave the NUL the last.
+    const std::u32string nul(1, U'\0');
     const std::string task49(49, 'x');
-    const std::u32string fits = TrayTipField(TrayTipText(task49));
-    EXPECT_EQ(fits[63], U'\0');
-    EXPECT_EQ(TrayTipShown(fits), "Última tarea: " + task49);
-
-    // 50 characters fill the field and the NUL is lost with the cut.
-    const std::string task50 = std::string(49, 'x') + "ñ";
-    const std::u32string full = TrayTipField(TrayTipText(task50));
-    ASSERT_EQ(full.size(), 64u);
-    EXPECT_EQ(full.find(U'\0'), std::u32string::npos);
-    EXPECT_EQ(TrayTipShown(full), "Última tarea: " + task50);
-
-    const std::u32string cut = TrayTipField(TrayTipText(std::string(80, 'y')));
-    EXPECT_EQ(TrayTipShown(cut), "Última tarea: " + std::string(50, 'y'));
+    const std::string task50 = task49 + "ñ";
+    EXPECT_EQ(TrayTipField(TrayTipText("")), U"No hay ninguna tarea marcada." + nul + std::u32string(34, U' '));
+    EXPECT_EQ(TrayTipField(TrayTipText(task49)), Utf8ToUtf32("Última tarea: " + task49) + nul);
+    EXPECT_EQ(TrayTipField(TrayTipText(task50)), Utf8ToUtf32("Última tarea: " + task50));
+    EXPECT_EQ(TrayTipField(TrayTipText(std::string(80, 'y'))), Utf8ToUtf32("Última tarea: " + std::string(50, 'y')));
+    // What the desktop shows stops at the NUL, or at the end of a full field.
+    EXPECT_EQ(TrayTipShown(TrayTipField(TrayTipText(""))), "No hay ninguna tarea marcada.");
+    EXPECT_EQ(TrayTipShown(TrayTipField(TrayTipText(task50))), "Última tarea: " + task50);
 }
 
 TEST(Utf8, MalformedBytesBecomeReplacementCharacters) {
-    EXPECT_EQ(Utf8ToUtf32("a\xFF"
-                          "b\xC3"),
-              U"a\uFFFDb\uFFFD");
-    EXPECT_EQ(Utf8ToUtf32("\xE2\x82"
-                          "x"),
-              U"\uFFFDx");
+    EXPECT_EQ(Utf8ToUtf32(std::string("a\xFF") + "b\xC3"), U"a\uFFFDb\uFFFD");
+    EXPECT_EQ(Utf8ToUtf32("\xE2\x82x"), U"\uFFFDx");
     EXPECT_EQ(Utf32ToUtf8(Utf8ToUtf32("Año € 😀")), "Año € 😀");
 }
 

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -22,9 +21,7 @@ using namespace std::chrono;
 const FileTime kBase = FileTime{sys_days{2024y / March / 15}} + hours{9};
 
 std::string Slot(int n) {
-    char name[40];
-    std::snprintf(name, sizeof name, "Backup/VendrakoTimer_%03d.ini", n);
-    return name;
+    return "Backup/VendrakoTimer_" + std::string(n < 10 ? "00" : "0") + std::to_string(n) + ".ini";
 }
 
 class BackupsTest : public ::testing::Test {
@@ -109,8 +106,7 @@ TEST_F(BackupsTest, TheMirrorSkipsUnchangedFilesAndRefreshesTheOthers) {
 // ---- the run log ---------------------------------------------------------------------------
 
 TEST_F(BackupsTest, TheRunLogAppendsStampedLinesInWindows1252) {
-    test::FakeClock clock;
-    clock.Set(5, 3, 2024, 7, 4, 9);
+    test::FakeClock clock(MakeDateTime(MakeDate(5, 3, 2024), 7, 4, 9));
     AppendRunLog(folder_.Paths(), clock, busy_, "NEW> 15/03/2024 09:30 Reuni\u00F3n");
     clock.AdvanceSeconds(61);
     AppendRunLog(folder_.Paths(), clock, busy_, "DEL> \u20AC \u65E5");

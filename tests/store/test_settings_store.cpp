@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 
 #include <csignal>
 #include <filesystem>
@@ -18,9 +17,8 @@
 namespace vt {
 namespace {
 
+using Texts = std::vector<std::string>;
 const std::string kFile = "VendrakoTimer.ini";
-const std::string kCountMismatch =
-    "Se han detectado discrepancias en el INI.\r\n\r\nEl n\u00FAmero de alarmas no es el correcto.";
 
 class SettingsStoreTest : public ::testing::Test {
 protected:
@@ -35,28 +33,18 @@ protected:
 
 // ---- loading -------------------------------------------------------------------------------
 
-struct WeekdayCase {
-    std::string line;  // the LUNES line, or "" for none
-    std::string hours;
-    std::string mode;
-};
-
-class WeekdayValues : public SettingsStoreTest, public ::testing::WithParamInterface<WeekdayCase> {};
-
-TEST_P(WeekdayValues, AreTakenByPosition) {
-    ASSERT_TRUE(Load("[CONFIG]\r\n" + GetParam().line + "\r\nMARTES=06:00|P\r\n"));
-    EXPECT_EQ(settings_.DayHours[1], GetParam().hours);
-    EXPECT_EQ(settings_.DayMode[1], GetParam().mode);
-    EXPECT_EQ(settings_.DayHours[2], "06:00");  // the neighbour is read on its own
+// Taken by position, so "7:30|P" gives the hours "7:30|"; five characters, not five bytes (ñ and
+// ú take two each); no line keeps the defaults; the neighbour is read on its own.
+TEST_F(SettingsStoreTest, WeekdayValuesAreTakenByPosition) {
+    const auto monday_and_tuesday = [this](const std::string& line) {
+        EXPECT_TRUE(Load("[CONFIG]\r\n" + line + "\r\nMARTES=06:00|P\r\n")) << line;
+        return settings_.DayHours[1] + " " + settings_.DayMode[1] + ", " + settings_.DayHours[2];
+    };
+    EXPECT_EQ(monday_and_tuesday("LUNES=07:30|P"), "07:30 P, 06:00");
+    EXPECT_EQ(monday_and_tuesday("LUNES=7:30|P"), "7:30| P, 06:00");
+    EXPECT_EQ(monday_and_tuesday(""), "08:00 C, 06:00");
+    EXPECT_EQ(monday_and_tuesday(Utf8ToCp1252("LUNES=ñandú|Ñ")), "ñandú Ñ, 06:00");
 }
-
-// Five characters, not five bytes: ñ and ú take two each.
-INSTANTIATE_TEST_SUITE_P(Table, WeekdayValues,
-                         ::testing::Values(WeekdayCase{"LUNES=07:30|P", "07:30", "P"},
-                                           WeekdayCase{"LUNES=7:30|P", "7:30|", "P"}, WeekdayCase{"", "08:00", "C"},
-                                           WeekdayCase{"LUNES=\xF1"
-                                                       "and\xFA|\xD1",
-                                                       "\u00F1and\u00FA", "\u00D1"}));
 
 TEST_F(SettingsStoreTest, GeneralValuesAndTheLastScanAreRead) {
     ASSERT_TRUE(Load("[GENERAL]\r\nFECHA=15-03-24\r\nENTRADA2=15:02\r\n[ACCESOS]\r\nULTIMO=14/03/2024 18:05:09\r\n"));
@@ -89,40 +77,39 @@ TEST_F(SettingsStoreTest, AMissingFileGivesTheDefaultsAndAnUnreadableOneStopsThe
     folder_.WriteFile(kFile + "/inside", "keep");  // a folder in the file's place
     settings_.WorkDate = "untouched";
     EXPECT_FALSE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
-    ASSERT_EQ(dialogs_.Texts(), std::vector<std::string>{
-                                    "No se ha podido leer el archivo de configuraci\u00F3n:\r\n" + folder_.Path(kFile) +
-                                    "\r\n\r\nEl programa se cerrar\u00E1 sin tocar ning\u00FAn archivo."});
+    ASSERT_EQ(dialogs_.Texts(),
+              Texts{"No se ha podido leer el archivo de configuraci\u00F3n:\r\n" + folder_.Path(kFile) +
+                    "\r\n\r\nEl programa se cerrar\u00E1 sin tocar ning\u00FAn archivo."});
     EXPECT_EQ(settings_.WorkDate, "untouched");
 }
 
-struct CountCase {
-    std::string count_line;  // "" for no NUM_ALARMAS line
-    int alarms;
-    bool loads;
-};
-
-class AlarmCount : public SettingsStoreTest, public ::testing::WithParamInterface<CountCase> {};
+// A count that does not match the alarms found refuses the file with the message, and the
+// refused file changes nothing in memory; no count line means 0.
+class AlarmCount : public SettingsStoreTest,
+                   public ::testing::WithParamInterface<std::tuple<const char*, int, bool>> {};
 
 TEST_P(AlarmCount, MustMatchTheAlarmsFound) {
-    std::string file = "[GENERAL]\r\n" + GetParam().count_line + "\r\n[ALARMAS]\r\n";
-    for (int i = 1; i <= GetParam().alarms; ++i) {
+    const auto [count_line, alarms, loads] = GetParam();
+    std::string file = "[GENERAL]\r\n" + std::string(count_line) + "\r\n[ALARMAS]\r\n";
+    for (int i = 1; i <= alarms; ++i) {
         file += "ALA_00" + std::to_string(i) + "=alarma\r\n";
     }
     settings_.WorkDate = "untouched";
-    EXPECT_EQ(Load(file), GetParam().loads);
-    ASSERT_EQ(dialogs_.Texts(), std::vector<std::string>(GetParam().loads ? 0 : 1, kCountMismatch));
-    if (GetParam().loads) {
-        EXPECT_EQ(settings_.Alarms.Count(), GetParam().alarms);
-    } else {  // a refused file changes nothing in memory
-        EXPECT_EQ(settings_.WorkDate, "untouched");
+    EXPECT_EQ(Load(file), loads);
+    EXPECT_EQ(settings_.WorkDate, loads ? "" : "untouched");
+    EXPECT_EQ(settings_.Alarms.Count(), loads ? alarms : 0);
+    ASSERT_EQ(dialogs_.Texts(),
+              Texts(loads ? 0 : 1,
+                    "Se han detectado discrepancias en el INI.\r\n\r\nEl n\u00FAmero de alarmas no es el correcto."));
+    if (!loads) {
         EXPECT_EQ(dialogs_.Shown()[0].icon, MsgIcon::Critical);
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, AlarmCount,
-                         ::testing::Values(CountCase{"NUM_ALARMAS=2", 2, true}, CountCase{"NUM_ALARMAS=3", 2, false},
-                                           CountCase{"", 0, true}, CountCase{"", 1, false},
-                                           CountCase{"NUM_ALARMAS=dos", 2, false}));
+                         ::testing::Values(std::tuple{"NUM_ALARMAS=2", 2, true}, std::tuple{"NUM_ALARMAS=3", 2, false},
+                                           std::tuple{"", 0, true}, std::tuple{"", 1, false},
+                                           std::tuple{"NUM_ALARMAS=dos", 2, false}));
 
 // ---- saving --------------------------------------------------------------------------------
 
@@ -173,14 +160,13 @@ protected:
         previous_ = bytes;
         folder_.WriteFile(kFile, bytes);
     }
-    // Saves under a lowered file-size limit, as a full disk would stop a write half-way; SIGXFSZ
+    // Saves under a file-size limit of 4 KB, as a full disk would stop a write half-way; SIGXFSZ
     // is ignored meanwhile so that the write fails with an error instead of killing the test.
-    bool SaveWithin(rlim_t bytes, const Settings& settings) {
+    bool SaveOnAFullDisk(const Settings& settings) {
         rlimit saved{};
         getrlimit(RLIMIT_FSIZE, &saved);
         const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit lowered = saved;
-        lowered.rlim_cur = bytes;
+        const rlimit lowered{4096, saved.rlim_max};
         setrlimit(RLIMIT_FSIZE, &lowered);
         const bool saved_ok = Save(settings);
         setrlimit(RLIMIT_FSIZE, &saved);
@@ -190,10 +176,9 @@ protected:
 
     // The user was told, the old file is intact, and nothing half-written lies anywhere.
     void ExpectRefusedAndUntouched() {
-        ASSERT_EQ(dialogs_.Shown().size(), 1u);
-        EXPECT_EQ(dialogs_.Shown()[0].text, "No se ha podido guardar la configuraci\u00F3n en:\r\n" +
-                                                folder_.Path(kFile) +
-                                                "\r\n\r\nEl archivo anterior se conserva sin cambios.");
+        EXPECT_EQ(dialogs_.Texts(),
+                  Texts{"No se ha podido guardar la configuraci\u00F3n en:\r\n" + folder_.Path(kFile) +
+                        "\r\n\r\nEl archivo anterior se conserva sin cambios."});
         if (!previous_.empty()) {
             EXPECT_EQ(folder_.ReadFile(kFile), previous_);
         }
@@ -226,14 +211,14 @@ TEST_F(FailedSave, WhenTheNewFileCannotReplaceTheOld) {
 
 TEST_F(FailedSave, WhenTheDiskFillsWhileTheNewFileIsWritten) {
     PutPrevious("[GENERAL]\r\nFECHA=01-01-24\r\nNUM_ALARMAS=0\r\n");
-    EXPECT_FALSE(SaveWithin(4096, BigSettings()));
+    EXPECT_FALSE(SaveOnAFullDisk(BigSettings()));
     ExpectRefusedAndUntouched();
     EXPECT_TRUE(folder_.Exists("Backup/VendrakoTimer_001.ini"));
 }
 
 TEST_F(FailedSave, WhenTheDiskFillsWhileTheBackupCopyIsWritten) {
     PutPrevious(Utf8ToCp1252(SettingsFileText(BigSettings())));
-    EXPECT_FALSE(SaveWithin(4096, SmallSettings()));
+    EXPECT_FALSE(SaveOnAFullDisk(SmallSettings()));
     ExpectRefusedAndUntouched();
     EXPECT_FALSE(folder_.Exists("Backup/VendrakoTimer_001.ini"));
 }

@@ -14,6 +14,7 @@
 namespace vt {
 namespace {
 
+using Texts = std::vector<std::string>;
 const std::string kLog = "LOG/TAREAS.LOG";
 const std::string kTwoLines = "02/01/2024 08:00:00 Correo\r\n02/01/2024 10:00:00 Informe\r\n";
 
@@ -42,56 +43,39 @@ TEST_F(MarkTask, WritesTheNameWithItsBlanksAfterTheTimeStamp) {
 
 TEST_F(MarkTask, RefusesABlankName) {
     EXPECT_EQ(Mark("   "), std::nullopt);
-    ASSERT_EQ(dialogs.Shown().size(), 1U);
-    EXPECT_EQ(dialogs.Shown()[0].text, "El nombre de la tarea es obligatorio.");
+    ASSERT_EQ(dialogs.Texts(), Texts{"El nombre de la tarea es obligatorio."});
     EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
     EXPECT_FALSE(folder.Exists(kLog));
 }
 
-// Used, oldest first: A, b, a, C.
-const std::vector<std::string> kUsed{"01/01/2024 08:00:00 A", "01/01/2024 09:00:00 b", "02/01/2024 08:00:00 a",
-                                     "02/01/2024 09:00:00 C"};
-
 TEST(TaskList, LastUseOrderPutsTheLastTaskFirstAndEachNameOnce) {
-    EXPECT_EQ(TaskListItems(kUsed, TaskOrder::LastUse), (std::vector<std::string>{"C", "a", "b"}));
+    // Used, oldest first: A, b, a, C.
+    const Texts used{"01/01/2024 08:00:00 A", "01/01/2024 09:00:00 b", "02/01/2024 08:00:00 a",
+                     "02/01/2024 09:00:00 C"};
+    EXPECT_EQ(TaskListItems(used, TaskOrder::LastUse), (Texts{"C", "a", "b"}));
 }
 
-struct CheckCase {
-    const char* name;
-    std::string text;
-    std::optional<std::string> bad_line;
-    std::string_view ending;
-};
+// The first offending line of an edited log and the ending of its message, or "fine".
+std::string CheckOf(const std::string& text) {
+    const auto problem = CheckEditedLog(text);
+    return problem ? problem->line + " | " + std::string(problem->ending) : "fine";
+}
 
-class EditedLogCheck : public testing::TestWithParam<CheckCase> {};
-
-TEST_P(EditedLogCheck, FindsTheFirstOffendingLine) {
-    const CheckCase& c = GetParam();
-    const auto problem = CheckEditedLog(c.text);
-    ASSERT_EQ(problem.has_value(), c.bad_line.has_value());
-    if (problem) {
-        EXPECT_EQ(problem->line, *c.bad_line);
-        EXPECT_EQ(problem->ending, c.ending);
+TEST(EditedLogCheck, FindsTheFirstOffendingLine) {
+    const std::string order = " | (Las fechas deben ser consecutivas)";
+    const std::string format = " | (dd/mm/yyyy hh:mm:ss texto)";
+    EXPECT_EQ(CheckOf(kTwoLines), "fine");
+    EXPECT_EQ(CheckOf("02/01/2024 08:00:00 A\r\n02/01/2024 08:00:00 B\r\n"), "fine") << "an equal time is fine";
+    EXPECT_EQ(CheckOf("02/01/2024 08:00:00 A\r\n02/01/2024 07:59:59 B\r\n02/01/2024 07:00:00 C"),
+              "02/01/2024 07:59:59 B" + order);
+    EXPECT_EQ(CheckOf("02/01/2024 08:00:00 "), "02/01/2024 08:00:00" + format) << "twenty characters, no name";
+    for (const std::string line :
+         {"Correo sin fecha ni hora", "31/02/2024 08:00:00 A", "02/01/2024 24:00:00 A", "02/01/2024 08:00:00-A"}) {
+        EXPECT_EQ(CheckOf(line), line + format);
     }
+    EXPECT_EQ(CheckOf("02/01/2024 09:00:00 A\r\nmal\r\n02/01/2024 08:00:00 B"), "mal" + format)
+        << "the format is checked before the order";
 }
-
-const std::string_view kFormat = kBadFormatEnding;
-const std::string_view kOrder = kOutOfOrderEnding;
-
-INSTANTIATE_TEST_SUITE_P(
-    Lines, EditedLogCheck,
-    testing::Values(
-        CheckCase{"InOrder", kTwoLines, std::nullopt, {}},
-        CheckCase{"EqualTimeAccepted", "02/01/2024 08:00:00 A\r\n02/01/2024 08:00:00 B\r\n", std::nullopt, {}},
-        CheckCase{"EarlierLineRefused", "02/01/2024 08:00:00 A\r\n02/01/2024 07:59:59 B\r\n02/01/2024 07:00:00 C",
-                  "02/01/2024 07:59:59 B", kOrder},
-        CheckCase{"TwentyCharactersRefused", "02/01/2024 08:00:00 ", "02/01/2024 08:00:00", kFormat},
-        CheckCase{"NoDate", "Correo sin fecha ni hora", "Correo sin fecha ni hora", kFormat},
-        CheckCase{"NoDate31February", "31/02/2024 08:00:00 A", "31/02/2024 08:00:00 A", kFormat},
-        CheckCase{"Hour24", "02/01/2024 24:00:00 A", "02/01/2024 24:00:00 A", kFormat},
-        CheckCase{"NoBlankBeforeTheName", "02/01/2024 08:00:00-A", "02/01/2024 08:00:00-A", kFormat},
-        CheckCase{"FormatBeforeOrder", "02/01/2024 09:00:00 A\r\nmal\r\n02/01/2024 08:00:00 B", "mal", kFormat}),
-    [](const testing::TestParamInfo<CheckCase>& row) { return std::string(row.param.name); });
 
 TEST_F(MarkTask, UnchangedLogJustCloses) {
     folder.WriteFile(kLog, kTwoLines);
@@ -104,12 +88,9 @@ TEST_F(MarkTask, UnchangedLogJustCloses) {
 
 TEST_F(MarkTask, BadLineIsShownAndNothingIsWritten) {
     folder.WriteFile(kLog, kTwoLines);
-    const LogSave save = Save("02/01/2024 10:00:00 B\n02/01/2024 09:00:00 A\n");
-    EXPECT_FALSE(save.close);
-    ASSERT_EQ(dialogs.Shown().size(), 1U);
-    const MessageBox& box = dialogs.Shown()[0];
-    EXPECT_EQ(box.text, "02/01/2024 09:00:00 A\r\n\r\n(Las fechas deben ser consecutivas)");
-    EXPECT_EQ(box.icon, MsgIcon::Exclamation);
+    EXPECT_FALSE(Save("02/01/2024 10:00:00 B\n02/01/2024 09:00:00 A\n").close);
+    ASSERT_EQ(dialogs.Texts(), Texts{"02/01/2024 09:00:00 A\r\n\r\n(Las fechas deben ser consecutivas)"});
+    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
     EXPECT_EQ(folder.ReadFile(kLog), kTwoLines);
 }
 

@@ -19,34 +19,33 @@ protected:
         state.settings.Salida1 = "13:00";
         state.settings.Entrada2 = "14:00";
     }
+    // The work date, the three clock-ins, and today's hours and mode.
+    std::string Today() const {
+        const Settings& s = state.settings;
+        return s.WorkDate + " " + s.Entrada1 + "-" + s.Salida1 + "-" + s.Entrada2 + " " + state.TodayHours + "|" +
+               state.TodayMode;
+    }
     AppState state;
     test::ScriptedDialogs dialogs;
     // Wednesday 6 March 2024, 08:12.
     const DateTime now = MakeDateTime(MakeDate(6, 3, 2024), 8, 12, 40);
 };
 
-class OtherWorkDate : public WorkdayTest, public ::testing::WithParamInterface<const char*> {};
+class StoredWorkDate : public WorkdayTest, public ::testing::WithParamInterface<std::pair<const char*, const char*>> {};
 
-TEST_P(OtherWorkDate, StartsTodayWithTheArrivalAndAnEmptyAfternoon) {
-    state.settings.WorkDate = GetParam();
+// Any other stored date, readable or not, starts today with the arrival and an empty afternoon;
+// a restart on the same day keeps the clock-ins.
+TEST_P(StoredWorkDate, DecidesWhetherTheDayStartsAfresh) {
+    state.settings.WorkDate = GetParam().first;
     SettleWorkDate(state, now);
-    EXPECT_EQ(state.settings.WorkDate, "06-03-24");
-    EXPECT_EQ(state.settings.Entrada1, "08:12");
-    EXPECT_EQ(state.settings.Salida1, "");
-    EXPECT_EQ(state.settings.Entrada2, "");
-    EXPECT_EQ(state.TodayHours, "07:30");
-    EXPECT_EQ(state.TodayMode, "P");
+    EXPECT_EQ(Today(), GetParam().second);
 }
 
-INSTANTIATE_TEST_SUITE_P(StoredDates, OtherWorkDate, ::testing::Values("05-03-24", "", "garbage", "31-02-24"));
-
-TEST_F(WorkdayTest, ARestartOnTheSameDayKeepsTheClockIns) {
-    state.settings.WorkDate = "06-03-24";
-    SettleWorkDate(state, now);
-    EXPECT_EQ(state.settings.Entrada1, "07:00");
-    EXPECT_EQ(state.settings.Salida1, "13:00");
-    EXPECT_EQ(state.TodayMode, "P");
-}
+constexpr const char* kFresh = "06-03-24 08:12-- 07:30|P";
+INSTANTIATE_TEST_SUITE_P(Dates, StoredWorkDate,
+                         ::testing::Values(std::pair{"05-03-24", kFresh}, std::pair{"", kFresh},
+                                           std::pair{"garbage", kFresh}, std::pair{"31-02-24", kFresh},
+                                           std::pair{"06-03-24", "06-03-24 07:00-13:00-14:00 07:30|P"}));
 
 TEST_F(WorkdayTest, TheClockInErrorIsShownOnceUntilItsFlagIsCleared) {
     state.TodayHours = "08:00";
@@ -54,10 +53,9 @@ TEST_F(WorkdayTest, TheClockInErrorIsShownOnceUntilItsFlagIsCleared) {
     state.settings.Entrada1 = "";  // leaving with no arrival before it
     UpdateDeparture(state, 600, dialogs);
     UpdateDeparture(state, 601, dialogs);
-    ASSERT_EQ(dialogs.Shown().size(), 1u);
-    EXPECT_EQ(dialogs.Shown()[0].text,
-              "Hay errores en los fichajes. Revisa que:\r\n\r\n - Todos los fichajes sean consecutivos.\r\n"
-              " - No haya fichajes intermedios vacíos.");
+    ASSERT_EQ(dialogs.Texts(), std::vector<std::string>{"Hay errores en los fichajes. Revisa que:\r\n\r\n - Todos los "
+                                                        "fichajes sean consecutivos.\r\n - No haya fichajes "
+                                                        "intermedios vacíos."});
     EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
     EXPECT_EQ(state.DepartureStage, 0);
     EXPECT_EQ(state.DepartureLabel, "(Error. Revisa los fichajes.)");
@@ -72,13 +70,11 @@ TEST_F(WorkdayTest, AScheduleMadeContinuousClearsTheAfternoon) {
     state.settings.WorkDate = "06-03-24";
     state.settings.Entrada2 = "";
     ApplyScheduleToToday(state, dialogs);  // still split: the afternoon stays
-    EXPECT_EQ(state.settings.Salida1, "13:00");
+    EXPECT_EQ(Today(), "06-03-24 07:00-13:00- 07:30|P");
     EXPECT_TRUE(dialogs.Shown().empty());
     state.settings.DayMode[3] = "C";
     ApplyScheduleToToday(state, dialogs);
-    EXPECT_EQ(state.TodayMode, "C");
-    EXPECT_EQ(state.settings.Entrada1, "07:00");
-    EXPECT_EQ(state.settings.Salida1, "");
+    EXPECT_EQ(Today(), "06-03-24 07:00-- 07:30|C");
     ASSERT_EQ(dialogs.Texts(),
               std::vector<std::string>{"Has cambiado a jornada continua.\r\nSe borrarán los fichajes de la tarde."});
     EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Information);
@@ -107,10 +103,17 @@ struct DayCase {
 
 class DepartureOfTheDay : public ::testing::TestWithParam<DayCase> {};
 
+// The status line follows the label: the departure time, "not set" while it is unknown, or the
+// error of inconsistent clock-ins (the one stage 0).
 TEST_P(DepartureOfTheDay, DependsOnTheModeTheClockInsSoFarAndTheMinutesLeft) {
-    const Departure d = ComputeDeparture(GetParam().clock_ins, GetParam().now);
-    EXPECT_EQ(d.label, GetParam().label);
-    EXPECT_EQ(d.stage, GetParam().stage);
+    const DayCase& c = GetParam();
+    const Departure d = ComputeDeparture(c.clock_ins, c.now);
+    EXPECT_EQ(d.label, c.label);
+    EXPECT_EQ(d.stage, c.stage);
+    EXPECT_EQ(d.consistent, c.stage != 0);
+    EXPECT_EQ(d.status, c.stage == 0                    ? "Error en configuración. Revise los fichajes."
+                        : std::string(c.label) == "..." ? "Hora de salida no establecida."
+                                                        : "Hora de salida: " + std::string(c.label));
 }
 
 const WorkdayInput kFrom0745 = {"08:00", "C", "07:45", "", ""};  // leaving at 15:45
@@ -135,37 +138,22 @@ INSTANTIATE_TEST_SUITE_P(
                       DayCase{{"08:00", "X", "08:00", "", ""}, At(10, 0), "...", 3},
                       DayCase{{"08:00", "P", "", "14:00", ""}, At(10, 0), "(Error. Revisa los fichajes.)", 0}));
 
-TEST(Departure, StatusLines) {
-    EXPECT_EQ(ComputeDeparture(kFrom0745, At(9, 0)).status, "Hora de salida: 15:45");
-    EXPECT_EQ(ComputeDeparture({"08:00", "P", "08:00", "", ""}, At(10, 0)).status, "Hora de salida no establecida.");
-    const Departure wrong = ComputeDeparture({"08:00", "P", "", "14:00", ""}, At(10, 0));
-    EXPECT_FALSE(wrong.consistent);
-    EXPECT_EQ(wrong.status, "Error en configuración. Revise los fichajes.");
+// The first problem in pair order; an equal time is fine.
+TEST(ClockInCheck, FindsTheFirstProblemInPairOrder) {
+    const auto problem = [](const char* e1, const char* s1, const char* e2) {
+        return ClockInsProblem(e1, s1, e2).value_or("none");
+    };
+    const std::string empty = "No puede haber fichajes intermedios vacíos.";
+    const std::string order = "Las horas deben ser consecutivas.";
+    EXPECT_EQ(problem("", "", ""), "none");
+    EXPECT_EQ(problem("08:00", "14:00", "14:00"), "none");
+    EXPECT_EQ(problem("08:00", "08:00", ""), "none");
+    EXPECT_EQ(problem("", "14:00", ""), empty);
+    EXPECT_EQ(problem("08:00", "", "15:00"), empty);
+    EXPECT_EQ(problem("09:00", "08:00", ""), order);
+    EXPECT_EQ(problem("08:00", "14:00", "13:59"), order);
+    EXPECT_EQ(problem("", "14:00", "13:00"), empty);
 }
-
-struct CheckCase {
-    const char* e1;
-    const char* s1;
-    const char* e2;
-    const char* problem;  // nullptr: consistent
-};
-
-class ClockInCheck : public ::testing::TestWithParam<CheckCase> {};
-
-TEST_P(ClockInCheck, FindsTheFirstProblemInPairOrder) {
-    const auto problem = ClockInsProblem(GetParam().e1, GetParam().s1, GetParam().e2);
-    EXPECT_EQ(problem.value_or("none"), GetParam().problem ? GetParam().problem : "none");
-}
-
-INSTANTIATE_TEST_SUITE_P(Cases, ClockInCheck,
-                         ::testing::Values(CheckCase{"", "", "", nullptr},
-                                           CheckCase{"08:00", "14:00", "14:00", nullptr},
-                                           CheckCase{"08:00", "08:00", "", nullptr},
-                                           CheckCase{"", "14:00", "", kEmptyIntermediateClockIn},
-                                           CheckCase{"08:00", "", "15:00", kEmptyIntermediateClockIn},
-                                           CheckCase{"09:00", "08:00", "", kClockInsNotConsecutive},
-                                           CheckCase{"08:00", "14:00", "13:59", kClockInsNotConsecutive},
-                                           CheckCase{"", "14:00", "13:00", kEmptyIntermediateClockIn}));
 
 }  // namespace
 }  // namespace vt

@@ -64,24 +64,21 @@ TEST_F(WorkdayAppTest, TheTickFollowsTheClockThroughTheStages) {
     EXPECT_EQ(app->State().DepartureStage, 6);
 }
 
-TEST_F(WorkdayAppTest, TypingASplitDayClockInSavesAndMovesTheDeparture) {
-    StartWith("FECHA=06-03-24\r\nENTRADA1=08:00\r\n");
-    EXPECT_EQ(view.departure_label, "...");
-    EXPECT_EQ(app->State().DepartureStage, 3);
-    EXPECT_FALSE(app->LeaveClockIn(1, "14:00").refocus);
-    EXPECT_EQ(app->LeaveClockIn(2, "15:30").outcome, Outcome::Continue);
-    EXPECT_EQ(view.departure_label, "17:30");
-    EXPECT_TRUE(FileHas("SALIDA1=14:00\r\nENTRADA2=15:30\r\n"));
-}
-
-TEST_F(WorkdayAppTest, AHalfTypedBoxGetsTheFocusBackAndAnUnchangedOneSavesNothing) {
+// A half-typed box gets the focus back and an unchanged one saves nothing; a typed split-day
+// clock-in is saved and moves the departure.
+TEST_F(WorkdayAppTest, TypingAClockInSavesItAndMovesTheDeparture) {
     StartWith("FECHA=06-03-24\r\nENTRADA1=08:00\r\n");
     const long backups = BackupCount();
     EXPECT_TRUE(app->LeaveClockIn(1, "0830").refocus);
     EXPECT_TRUE(app->LeaveClockIn(1, "8").refocus);
     EXPECT_FALSE(app->LeaveClockIn(0, "08:00").refocus);
     EXPECT_EQ(BackupCount(), backups) << "nothing may have been saved";
-    EXPECT_EQ(app->State().settings.Salida1, "");
+    EXPECT_EQ(view.departure_label, "...");
+    EXPECT_EQ(app->State().DepartureStage, 3) << "still no Salida 1";
+    EXPECT_FALSE(app->LeaveClockIn(1, "14:00").refocus);
+    EXPECT_EQ(app->LeaveClockIn(2, "15:30").outcome, Outcome::Continue);
+    EXPECT_EQ(view.departure_label, "17:30");
+    EXPECT_TRUE(FileHas("SALIDA1=14:00\r\nENTRADA2=15:30\r\n"));
 }
 
 TEST_F(WorkdayAppTest, InconsistentClockInsShowTheErrorOnce) {

@@ -58,20 +58,28 @@ TEST_P(NextSlot, IsTheFirstFreeOrTheOldestInRotationOrder) {
     EXPECT_EQ(NextSettingsBackupPath(folder_.Paths()), folder_.Path(Slot(GetParam().expected)));
 }
 
+// Only hand-set times give two descents; the first from 001 counts, and 001 follows 025.
 INSTANTIATE_TEST_SUITE_P(Table, NextSlot,
                          ::testing::Values(SlotCase{"NoBackupYet", "", 1}, SlotCase{"FirstFree", "abcdef", 7},
                                            SlotCase{"AGapComesFirst", "abcdefgh.jklmnopqrstuvwxy", 9},
+                                           SlotCase{"OldestIsFirst", "abcdefghijklmnopqrstuvwxy", 1},
                                            SlotCase{"OldestInTheMiddle", "nopqrstuvwxyabcdefghijklm", 13},
+                                           SlotCase{"OldestIsLast", "bcdefghijklmnopqrstuvwxya", 25},
+                                           SlotCase{"TiesBeforeTheDescent", "zzzzzzzzzabcdefghijklmnop", 10},
+                                           SlotCase{"TwoDescentsFromTheTop", "abcdefghijfghijklmnopqrst", 1},
                                            SlotCase{"AllEqualTakesTheFirst", std::string(25, 'h'), 1}),
                          [](const auto& row) { return std::string(row.param.name); });
 
 // ---- saving rotates through the slots ------------------------------------------------------
 
-// Every settings file carries the same time, as when all saves come within one second.
-TEST_F(BackupsTest, EverySaveOverwritesTheOldestCopy) {
+// Pinned: every settings file carries the same time, as on a filesystem whose clock ticks
+// slower than the saves come. Free: the kernel's own times of saves in quick succession.
+class Rotation : public BackupsTest, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(Rotation, EverySaveOverwritesTheOldestCopy) {
     const auto version = [](int n) { return "FECHA=v" + std::to_string(n) + "\r\n"; };
     for (int save = 1; save <= 60; ++save) {
-        if (folder_.Exists("VendrakoTimer.ini")) {
+        if (GetParam() && folder_.Exists("VendrakoTimer.ini")) {
             ASSERT_FALSE(SetFileModifiedTime(folder_.Path("VendrakoTimer.ini"), kBase));
         }
         Settings settings;
@@ -86,6 +94,32 @@ TEST_F(BackupsTest, EverySaveOverwritesTheOldestCopy) {
     EXPECT_TRUE(dialogs_.Shown().empty());
 }
 
+INSTANTIATE_TEST_SUITE_P(FileTimes, Rotation, ::testing::Values(true, false),
+                         [](const auto& row) { return row.param ? "Pinned" : "Free"; });
+
+TEST_F(BackupsTest, ACopyIsStampedAfterEveryOtherSlot) {
+    PutFile("VendrakoTimer.ini", "[GENERAL]\r\n", kBase + hours{1});
+    PutFile(Slot(1), "older", kBase);
+    ASSERT_TRUE(BackUpSettingsFile(folder_.Paths()));
+    EXPECT_EQ(folder_.ReadFile(Slot(2)), "[GENERAL]\r\n");
+    EXPECT_EQ(TimeOf(Slot(2)), kBase + hours{1});  // the settings file's own time, being the newest
+
+    // A file older than the newest slot (restored by hand, say) is stamped just after that slot.
+    PutFile("VendrakoTimer.ini", "[GENERAL]\r\n", kBase - hours{24});
+    ASSERT_TRUE(BackUpSettingsFile(folder_.Paths()));
+    EXPECT_EQ(TimeOf(Slot(3)), kBase + hours{1} + microseconds{1});
+}
+
+TEST_F(BackupsTest, CopyIfExistsSkipsAMissingSourceAndReportsOneItCannotRead) {
+    folder_.WriteFile("copy", "new\r\ncontent");
+    EXPECT_TRUE(CopyIfExists(folder_.Path("none"), folder_.Path("none copy")));
+    EXPECT_FALSE(folder_.Exists("none copy"));
+
+    folder_.WriteFile("folder/inside", "x");
+    EXPECT_FALSE(CopyIfExists(folder_.Path("folder"), folder_.Path("copy")));
+    EXPECT_EQ(folder_.ReadFile("copy"), "new\r\ncontent");
+}
+
 // ---- the LOG mirror ------------------------------------------------------------------------
 
 TEST_F(BackupsTest, TheMirrorSkipsUnchangedFilesAndRefreshesTheOthers) {
@@ -93,6 +127,8 @@ TEST_F(BackupsTest, TheMirrorSkipsUnchangedFilesAndRefreshesTheOthers) {
     PutFile("Backup/2024.03.Marzo.htm", "same time, other bytes", kBase);
     PutFile("LOG/TAREAS.LOG", "tasks, new", kBase + hours{2});
     PutFile("Backup/TAREAS.LOG", "tasks, old", kBase + hours{1});
+    PutFile("LOG/TIMER.LOG", "run log", kBase + hours{3});
+    folder_.WriteFile("LOG/sub/inner.htm", "not mirrored");
 
     MirrorLogFolder(folder_.Paths(), busy_);
 
@@ -100,6 +136,8 @@ TEST_F(BackupsTest, TheMirrorSkipsUnchangedFilesAndRefreshesTheOthers) {
     EXPECT_EQ(folder_.ReadFile("Backup/2024.03.Marzo.htm"), "same time, other bytes");
     EXPECT_EQ(folder_.ReadFile("Backup/TAREAS.LOG"), "tasks, new");
     EXPECT_EQ(TimeOf("Backup/TAREAS.LOG"), kBase + hours{2});
+    EXPECT_EQ(folder_.ReadFile("Backup/TIMER.LOG"), "run log");
+    EXPECT_FALSE(folder_.Exists("Backup/sub"));
     EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false}));
 }
 
@@ -113,6 +151,14 @@ TEST_F(BackupsTest, TheRunLogAppendsStampedLinesInWindows1252) {
     EXPECT_EQ(folder_.ReadFile("LOG/TIMER.LOG"),
               "[05/03/2024 07:04:09] NEW> 15/03/2024 09:30 Reuni\xF3n\r\n"
               "[05/03/2024 07:05:10] DEL> \x80 ?\r\n");
+    EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false, true, false}));
+}
+
+TEST_F(BackupsTest, ARunLogThatCannotBeWrittenIsDroppedQuietly) {
+    folder_.WriteFile("LOG", "a file in the folder's place");
+    AppendRunLog(folder_.Paths(), test::FakeClock{}, busy_, "NEW> x");
+    EXPECT_EQ(folder_.ReadFile("LOG"), "a file in the folder's place");
+    EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false}));
 }
 
 }  // namespace

@@ -12,12 +12,18 @@ TEST(Dates, MonthAndYearStepsClampToTheLastDayOfTheMonth) {
     EXPECT_EQ(AddMonths(MakeDate(31, 1, 2023), 1), MakeDate(28, 2, 2023));
     EXPECT_EQ(AddMonths(MakeDate(31, 1, 2024), 1), MakeDate(29, 2, 2024));
     EXPECT_EQ(AddMonths(MakeDate(31, 3, 2024), -1), MakeDate(29, 2, 2024));
+    EXPECT_EQ(AddMonths(MakeDate(30, 11, 2024), 2), MakeDate(30, 1, 2025));
+    EXPECT_EQ(AddMonths(MakeDate(31, 12, 2024), -12), MakeDate(31, 12, 2023));
     EXPECT_EQ(AddYears(MakeDate(29, 2, 2024), 1), MakeDate(28, 2, 2025));
+    EXPECT_EQ(AddYears(MakeDate(29, 2, 2024), 4), MakeDate(29, 2, 2028));
+    EXPECT_EQ(AddDays(MakeDate(28, 2, 2024), 2), MakeDate(1, 3, 2024));
 }
 
 TEST(Dates, ParsingAcceptsOnlyRealDatesInTheirForm) {
     EXPECT_TRUE(ParseDate("29/02/2024"));
-    for (const char* text : {"29/02/2023", "31/04/2024", "01/13/2024", "01/01/24", "01-01-2024"}) {
+    EXPECT_TRUE(ParseDate("1/2/2024"));
+    for (const char* text :
+         {"29/02/2023", "31/04/2024", "00/01/2024", "01/13/2024", "01/01/24", "01/01/2024 ", "01-01-2024", ""}) {
         EXPECT_FALSE(ParseDate(text)) << text;
     }
 }
@@ -26,15 +32,20 @@ TEST(Dates, WorkDateUsesTheTwoDigitCentury) {
     EXPECT_EQ(ParseWorkDate("05-03-50"), MakeDate(5, 3, 2050));
     EXPECT_EQ(ParseWorkDate("05-03-51"), MakeDate(5, 3, 1951));
     EXPECT_EQ(ParseWorkDate("05-03-2024"), MakeDate(5, 3, 2024));
+    EXPECT_FALSE(ParseWorkDate("05/03/24"));
     EXPECT_FALSE(ParseWorkDate("30-02-24"));
+    EXPECT_FALSE(ParseWorkDate("05-03-245"));
 }
 
 TEST(Dates, TimesOfDayAndDateTimes) {
     EXPECT_EQ(ParseTimeOfDay("7:45"), 465);
-    for (const char* text : {"24:00", "12:60", "1245"}) {
+    EXPECT_EQ(ParseTimeOfDay("23:59"), 1439);
+    for (const char* text : {"24:00", "12:60", "12:5", "1245"}) {
         EXPECT_FALSE(ParseTimeOfDay(text)) << text;
     }
     EXPECT_EQ(ParseDateTime("02/01/2024 09:05"), MakeDateTime(MakeDate(2, 1, 2024), 9, 5));
+    EXPECT_EQ(ParseDateTime("02/01/2024"), MakeDateTime(MakeDate(2, 1, 2024)));
+    EXPECT_FALSE(ParseDateTime("02/01/2024 09:05:60"));
 }
 
 // ---- what the user types in the date and time boxes -------------------------------------------
@@ -62,9 +73,12 @@ TEST_P(TimeEntry, CompletesTheDigitsOrRefusesWithTheMessage) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, TimeEntry,
-                         ::testing::Values(TypedCase{"", ""}, TypedCase{"7", "07:00"}, TypedCase{"745", "07:45"},
-                                           TypedCase{"2359", "23:59"}, TypedCase{"2400", nullptr},
-                                           TypedCase{"1260", nullptr}, TypedCase{"07:45", nullptr}));
+                         ::testing::Values(TypedCase{"", ""}, TypedCase{"7", "07:00"}, TypedCase{"08", "08:00"},
+                                           TypedCase{"24", nullptr}, TypedCase{"745", "07:45"},
+                                           TypedCase{"960", nullptr}, TypedCase{"2359", "23:59"},
+                                           TypedCase{"0000", "00:00"}, TypedCase{"2400", nullptr},
+                                           TypedCase{"1260", nullptr}, TypedCase{"07:45", nullptr},
+                                           TypedCase{"7a", nullptr}, TypedCase{" 745", nullptr}));
 
 class Ddmmyy : public ::testing::TestWithParam<TypedCase> {};
 
@@ -77,7 +91,19 @@ TEST_P(Ddmmyy, ConvertsOrRefusesWithTheMessage) {
 INSTANTIATE_TEST_SUITE_P(Cases, Ddmmyy,
                          ::testing::Values(TypedCase{"290200", "29/02/2000"}, TypedCase{"290201", nullptr},
                                            TypedCase{"010150", "01/01/2050"}, TypedCase{"010151", "01/01/1951"},
-                                           TypedCase{"3112", nullptr}, TypedCase{"01-01-24", nullptr}));
+                                           TypedCase{"15032024", "15/03/2024"}, TypedCase{"29021900", nullptr},
+                                           TypedCase{"3112", nullptr}, TypedCase{"000124", nullptr},
+                                           TypedCase{"011324", nullptr}, TypedCase{"01-01-24", nullptr},
+                                           TypedCase{"", nullptr}));
+
+TEST(TimeBox, FocusStripsEveryColonAndOnlyDigitsAndBackspacePass) {
+    EXPECT_EQ(TimeBoxEditText("07:45"), "0745");
+    EXPECT_EQ(TimeBoxEditText(":1:2:"), "12");
+    for (char32_t key = 0; key < 128; ++key) {
+        EXPECT_EQ(IsTimeBoxKey(key), key == 8 || (key >= '0' && key <= '9')) << static_cast<int>(key);
+    }
+    EXPECT_FALSE(IsTimeBoxKey(U'٣'));  // a digit of another script is no digit here
+}
 
 }  // namespace
 }  // namespace vt

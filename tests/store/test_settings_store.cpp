@@ -38,11 +38,14 @@ protected:
 TEST_F(SettingsStoreTest, WeekdayValuesAreTakenByPosition) {
     const auto monday_and_tuesday = [this](const std::string& line) {
         EXPECT_TRUE(Load("[CONFIG]\r\n" + line + "\r\nMARTES=06:00|P\r\n")) << line;
+        EXPECT_EQ(settings_.DayMode[7], "C") << line;
         return settings_.DayHours[1] + " " + settings_.DayMode[1] + ", " + settings_.DayHours[2];
     };
     EXPECT_EQ(monday_and_tuesday("LUNES=07:30|P"), "07:30 P, 06:00");
     EXPECT_EQ(monday_and_tuesday("LUNES=7:30|P"), "7:30| P, 06:00");
     EXPECT_EQ(monday_and_tuesday(""), "08:00 C, 06:00");
+    EXPECT_EQ(monday_and_tuesday("LUNES=X"), "X X, 06:00");
+    EXPECT_EQ(monday_and_tuesday("LUNES=09:15|C extra"), "09:15 a, 06:00");
     EXPECT_EQ(monday_and_tuesday(Utf8ToCp1252("LUNES=ñandú|Ñ")), "ñandú Ñ, 06:00");
 }
 
@@ -73,6 +76,7 @@ TEST_F(SettingsStoreTest, AMissingFileGivesTheDefaultsAndAnUnreadableOneStopsThe
     settings_.Alarms.Append("old");
     ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
     EXPECT_EQ(settings_, Settings{});
+    EXPECT_TRUE(dialogs_.Shown().empty());
 
     folder_.WriteFile(kFile + "/inside", "keep");  // a folder in the file's place
     settings_.WorkDate = "untouched";
@@ -80,7 +84,9 @@ TEST_F(SettingsStoreTest, AMissingFileGivesTheDefaultsAndAnUnreadableOneStopsThe
     ASSERT_EQ(dialogs_.Texts(),
               Texts{"No se ha podido leer el archivo de configuraci\u00F3n:\r\n" + folder_.Path(kFile) +
                     "\r\n\r\nEl programa se cerrar\u00E1 sin tocar ning\u00FAn archivo."});
+    EXPECT_EQ(dialogs_.Shown()[0].icon, MsgIcon::Critical);
     EXPECT_EQ(settings_.WorkDate, "untouched");
+    EXPECT_EQ(folder_.ReadFile(kFile + "/inside"), "keep");
 }
 
 // A count that does not match the alarms found refuses the file with the message, and the
@@ -106,10 +112,15 @@ TEST_P(AlarmCount, MustMatchTheAlarmsFound) {
     }
 }
 
+// 65538 would wrap to 2 in 16 bits; it is out of range.
 INSTANTIATE_TEST_SUITE_P(Table, AlarmCount,
                          ::testing::Values(std::tuple{"NUM_ALARMAS=2", 2, true}, std::tuple{"NUM_ALARMAS=3", 2, false},
-                                           std::tuple{"", 0, true}, std::tuple{"", 1, false},
-                                           std::tuple{"NUM_ALARMAS=dos", 2, false}));
+                                           std::tuple{"NUM_ALARMAS=1", 2, false}, std::tuple{"", 0, true},
+                                           std::tuple{"", 1, false}, std::tuple{"NUM_ALARMAS = 02 ", 2, true},
+                                           std::tuple{"NUM_ALARMAS=+2", 2, true}, std::tuple{"NUM_ALARMAS=dos", 2, false},
+                                           std::tuple{"NUM_ALARMAS=2.0", 2, false},
+                                           std::tuple{"NUM_ALARMAS=65538", 2, false},
+                                           std::tuple{"NUM_ALARMAS=-2", 2, false}));
 
 // ---- saving --------------------------------------------------------------------------------
 
@@ -138,11 +149,28 @@ TEST_F(SettingsStoreTest, TheSavedFileIsExactlyThis) {
               "dico;0;0;0\r\n"
               "ALA_002=01/04/2024 08:00 Cumplea\xF1os de Ana (1990) <010324>;1;0;2\r\n\r\n"
               "[ACCESOS]\r\nULTIMO=14/03/2024 18:05:00\r\n");
+    EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false}));
+    EXPECT_TRUE(dialogs_.Shown().empty());
     // Empty lists still write their sections.
     EXPECT_NE(SettingsFileText(Settings{})
                   .find("DOMINGO=08:00|C\r\n\r\n[REPETICIONES]\r\n\r\n[ALARMAS]\r\n\r\n"
                         "[ACCESOS]\r\nULTIMO=01/01/1901 00:00:00\r\n"),
               std::string::npos);
+}
+
+TEST_F(SettingsStoreTest, ASaveKeepsWhatItLoadedAndDropsUnknownKeys) {
+    folder_.WriteFile(kFile,
+                      "; hand notes\r\n[GENERAL]\r\nFECHA=15-03-24\r\nOTRA=x\r\nNUM_ALARMAS=1\r\n[EXTRA]\r\nK=v\r\n"
+                      "[ALARMAS]\r\nALA_004=  \" padded \"  \r\n");
+    ASSERT_EQ(::chmod(folder_.Path(kFile).c_str(), 0444), 0);  // read-only is replaced all the same
+    ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
+    const Settings loaded = settings_;
+    ASSERT_EQ(loaded.Alarms.Count(), 1);
+    EXPECT_EQ(loaded.Alarms[1], " padded ");
+    ASSERT_TRUE(Save(settings_));
+    EXPECT_EQ(folder_.ReadFile(kFile), Utf8ToCp1252(SettingsFileText(loaded)));
+    ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
+    EXPECT_EQ(settings_, loaded);
 }
 
 // ---- saves that fail -----------------------------------------------------------------------
@@ -179,6 +207,8 @@ protected:
         EXPECT_EQ(dialogs_.Texts(),
                   Texts{"No se ha podido guardar la configuraci\u00F3n en:\r\n" + folder_.Path(kFile) +
                         "\r\n\r\nEl archivo anterior se conserva sin cambios."});
+        EXPECT_EQ(dialogs_.Shown()[0].icon, MsgIcon::Exclamation);
+        EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false}));
         if (!previous_.empty()) {
             EXPECT_EQ(folder_.ReadFile(kFile), previous_);
         }
@@ -196,6 +226,7 @@ TEST_F(FailedSave, WhenTheSettingsFileCannotBeRead) {
     folder_.WriteFile(kFile + "/inside", "keep");
     EXPECT_FALSE(Save(SmallSettings()));
     ExpectRefusedAndUntouched();
+    EXPECT_EQ(folder_.ReadFile(kFile + "/inside"), "keep");
 }
 
 TEST_F(FailedSave, WhenTheNewFileCannotReplaceTheOld) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -39,16 +41,64 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         AddCase{"UnsortedAppends", {"b", "a"}, "0", false, true, false, {"b", "a", "0"}},
         AddCase{"SortedGoesBeforeFirstGreater", {"a", "c"}, "b", true, true, false, {"a", "b", "c"}},
+        AddCase{"SmallestGoesFirst", {"b", "c"}, "a", true, true, false, {"a", "b", "c"}},
+        AddCase{"GreatestGoesLast", {"a", "b"}, "c", true, true, false, {"a", "b", "c"}},
         AddCase{"CapitalsSortBeforeSmallWhenCaseCounts", {"b"}, "B", true, true, false, {"B", "b"}},
         AddCase{
             "NewItemGoesAfterItsEqualsIgnoringCase", {"abc", "ABC"}, "Abc", true, true, true, {"abc", "ABC", "Abc"}},
-        // "_" lies between the capitals and the small letters.
+        AddCase{"IgnoringCaseSortsAsUpperCase", {"b", "A"}, "a", true, true, true, {"A", "a", "b"}},
+        // "_" lies between the capitals and the small letters: the case switch changes the place.
         AddCase{"UnderscoreAgainstCase", {"_x"}, "a", true, true, true, {"a", "_x"}},
+        AddCase{"UnderscoreWithCase", {"_x"}, "a", true, true, false, {"_x", "a"}},
+        AddCase{"UnderscoreAgainstCapital", {"_x"}, "A", true, true, false, {"A", "_x"}},
         AddCase{
             "DuplicateRefusedIgnoringCaseEvenWhenCaseCounts", {"Informe"}, "INFORME", true, false, false, {"Informe"}},
+        AddCase{"DuplicateRefusedInUnsortedList", {"x", "Informe"}, "informe", false, false, false, {"x", "Informe"}},
         AddCase{"AccentedCapitalIsTheSameItem", {"ángel ñú"}, "ÁNGEL ÑÚ", false, false, true, {"ángel ñú"}},
+        AddCase{"DifferentItemAddedWithoutDuplicates", {"a"}, "b", true, false, false, {"a", "b"}},
         AddCase{"IdenticalItemsBothKept", {"09:00 /a"}, "09:00 /a", true, true, false, {"09:00 /a", "09:00 /a"}}),
     [](const auto& row) { return std::string(row.param.name); });
+
+TEST(AgregarALista, AnEmptyVectorGetsItsUnusedSlot) {
+    std::vector<std::string> list;
+    AgregarALista(list, "x", true, true, false);
+    EXPECT_EQ(list, (Items{"", "x"}));
+}
+
+// The binary search must land where the scan from the start would: for any arrival order the
+// list comes out as a stable sort of the items.
+TEST(AgregarALista, SortedListIsAStableSortOfTheArrivals) {
+    std::mt19937 random(7);
+    for (const bool ignore_case : {false, true}) {
+        Items arrivals;
+        std::vector<std::string> list(1);
+        for (int i = 0; i < 300; ++i) {
+            std::string item(1, "aAbBcC"[random() % 6]);
+            item += std::to_string(random() % 3);
+            arrivals.push_back(item + "#" + std::to_string(i));
+            AgregarALista(list, item, true, true, ignore_case);
+        }
+        Items expected;
+        std::stable_sort(arrivals.begin(), arrivals.end(), [&](const std::string& a, const std::string& b) {
+            const std::string ka = a.substr(0, 2), kb = b.substr(0, 2);
+            return ignore_case ? UpperCaseForList(ka) < UpperCaseForList(kb) : ka < kb;
+        });
+        for (const auto& a : arrivals) {
+            expected.push_back(a.substr(0, 2));
+        }
+        EXPECT_EQ(Items(list.begin() + 1, list.end()), expected) << "ignore_case=" << ignore_case;
+    }
+}
+
+TEST(UpperCaseForList, RaisesAsciiAndWindowsLatinLettersOnly) {
+    EXPECT_EQ(UpperCaseForList("año ÿ š ž œ ß ÷ 1a"), "AÑO Ÿ Š Ž Œ ß ÷ 1A");
+    EXPECT_EQ(UpperCaseForList(std::string("a\xFF"
+                                           "b",
+                                           3)),
+              std::string("A\xFF"
+                          "B",
+                          3));
+}
 
 }  // namespace
 }  // namespace vt

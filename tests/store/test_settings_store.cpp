@@ -113,14 +113,13 @@ TEST_P(AlarmCount, MustMatchTheAlarmsFound) {
 }
 
 // 65538 would wrap to 2 in 16 bits; it is out of range.
-INSTANTIATE_TEST_SUITE_P(Table, AlarmCount,
-                         ::testing::Values(std::tuple{"NUM_ALARMAS=2", 2, true}, std::tuple{"NUM_ALARMAS=3", 2, false},
-                                           std::tuple{"NUM_ALARMAS=1", 2, false}, std::tuple{"", 0, true},
-                                           std::tuple{"", 1, false}, std::tuple{"NUM_ALARMAS = 02 ", 2, true},
-                                           std::tuple{"NUM_ALARMAS=+2", 2, true}, std::tuple{"NUM_ALARMAS=dos", 2, false},
-                                           std::tuple{"NUM_ALARMAS=2.0", 2, false},
-                                           std::tuple{"NUM_ALARMAS=65538", 2, false},
-                                           std::tuple{"NUM_ALARMAS=-2", 2, false}));
+INSTANTIATE_TEST_SUITE_P(
+    Table, AlarmCount,
+    ::testing::Values(std::tuple{"NUM_ALARMAS=2", 2, true}, std::tuple{"NUM_ALARMAS=3", 2, false},
+                      std::tuple{"NUM_ALARMAS=1", 2, false}, std::tuple{"", 0, true}, std::tuple{"", 1, false},
+                      std::tuple{"NUM_ALARMAS = 02 ", 2, true}, std::tuple{"NUM_ALARMAS=+2", 2, true},
+                      std::tuple{"NUM_ALARMAS=dos", 2, false}, std::tuple{"NUM_ALARMAS=2.0", 2, false},
+                      std::tuple{"NUM_ALARMAS=65538", 2, false}, std::tuple{"NUM_ALARMAS=-2", 2, false}));
 
 // ---- saving --------------------------------------------------------------------------------
 

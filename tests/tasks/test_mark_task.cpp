@@ -14,7 +14,6 @@
 namespace vt {
 namespace {
 
-using Texts = std::vector<std::string>;
 const std::string kLog = "LOG/TAREAS.LOG";
 const std::string kTwoLines = "02/01/2024 08:00:00 Correo\r\n02/01/2024 10:00:00 Informe\r\n";
 
@@ -41,41 +40,116 @@ TEST_F(MarkTask, WritesTheNameWithItsBlanksAfterTheTimeStamp) {
     EXPECT_EQ(busy.calls, (std::vector<bool>{true, false}));
 }
 
+TEST_F(MarkTask, CreatesTheLogInWindows1252) {
+    EXPECT_EQ(Mark("Reunión"), "Reunión");
+    EXPECT_EQ(folder.ReadFile(kLog), "02/01/2024 09:05:07 Reuni\xF3n\r\n");
+    EXPECT_EQ(UltimaTareaDeHoy(folder.Paths(), clock), "Reunión");
+}
+
 TEST_F(MarkTask, RefusesABlankName) {
-    EXPECT_EQ(Mark("   "), std::nullopt);
-    ASSERT_EQ(dialogs.Texts(), Texts{"El nombre de la tarea es obligatorio."});
-    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
+    for (const std::string typed : {"", "   "}) {
+        dialogs.Forget();
+        EXPECT_EQ(Mark(typed), std::nullopt);
+        ASSERT_EQ(dialogs.Shown().size(), 1U);
+        EXPECT_EQ(dialogs.Shown()[0].text, "El nombre de la tarea es obligatorio.");
+        EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
+        EXPECT_EQ(dialogs.Shown()[0].buttons, MsgButtons::Ok);
+    }
     EXPECT_FALSE(folder.Exists(kLog));
 }
 
+TEST_F(MarkTask, SaysSoWhenTheLineCannotBeWritten) {
+    folder.WriteFile("LOG/TAREAS.LOG/blocked", "");  // a folder where the log should be
+    EXPECT_EQ(Mark("Correo"), std::nullopt);
+    ASSERT_EQ(dialogs.Shown().size(), 1U);
+    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
+    EXPECT_NE(dialogs.Shown()[0].text.find("TAREAS.LOG"), std::string::npos);
+}
+
+TEST_F(MarkTask, CurrentTaskIsTheLastOfToday) {
+    EXPECT_EQ(UltimaTareaDeHoy(folder.Paths(), clock), "");
+    folder.WriteFile(kLog,
+                     "02/01/2024 08:00:00 Correo\r\n02/01/2024 10:00:00  Informe \r\n01/01/2024 18:00:00 Ayer\r\n");
+    EXPECT_EQ(UltimaTareaDeHoy(folder.Paths(), clock), " Informe ");
+    clock.AdvanceDays(1);
+    EXPECT_EQ(UltimaTareaDeHoy(folder.Paths(), clock), "");
+}
+
+TEST(TaskLogLines, SplitAtCrLfOrLf) {
+    EXPECT_EQ(SplitLogLines("a\r\nb\nc\r\n"), (std::vector<std::string>{"a", "b", "c"}));
+    EXPECT_EQ(SplitLogLines("a\r\n\r\nb"), (std::vector<std::string>{"a", "", "b"}));
+    EXPECT_EQ(SplitLogLines("a\rb"), (std::vector<std::string>{"a\rb"}));
+    EXPECT_TRUE(SplitLogLines("").empty());
+    EXPECT_EQ(TaskNameOf("02/01/2024 08:00:00 "), "");
+    EXPECT_EQ(TaskNameOf("02/01/2024 08:00:00 x"), "x");
+}
+
+// Used, oldest first: A, b, a, C.
+const std::vector<std::string> kUsed{"01/01/2024 08:00:00 A", "01/01/2024 09:00:00 b", "02/01/2024 08:00:00 a",
+                                     "02/01/2024 09:00:00 C"};
+
 TEST(TaskList, LastUseOrderPutsTheLastTaskFirstAndEachNameOnce) {
-    // Used, oldest first: A, b, a, C.
-    const Texts used{"01/01/2024 08:00:00 A", "01/01/2024 09:00:00 b", "02/01/2024 08:00:00 a",
-                     "02/01/2024 09:00:00 C"};
-    EXPECT_EQ(TaskListItems(used, TaskOrder::LastUse), (Texts{"C", "a", "b"}));
+    EXPECT_EQ(TaskListItems(kUsed, TaskOrder::LastUse), (std::vector<std::string>{"C", "a", "b"}));
 }
 
-// The first offending line of an edited log and the ending of its message, or "fine".
-std::string CheckOf(const std::string& text) {
-    const auto problem = CheckEditedLog(text);
-    return problem ? problem->line + " | " + std::string(problem->ending) : "fine";
+TEST(TaskList, NameOrderSortsByPlainTextAndKeepsTheFirstOfEachName) {
+    // Capitals sort before small letters, so "A" comes first and "a" is then dropped as its equal.
+    EXPECT_EQ(TaskListItems(kUsed, TaskOrder::ByName), (std::vector<std::string>{"A", "C", "b"}));
 }
 
-TEST(EditedLogCheck, FindsTheFirstOffendingLine) {
-    const std::string order = " | (Las fechas deben ser consecutivas)";
-    const std::string format = " | (dd/mm/yyyy hh:mm:ss texto)";
-    EXPECT_EQ(CheckOf(kTwoLines), "fine");
-    EXPECT_EQ(CheckOf("02/01/2024 08:00:00 A\r\n02/01/2024 08:00:00 B\r\n"), "fine") << "an equal time is fine";
-    EXPECT_EQ(CheckOf("02/01/2024 08:00:00 A\r\n02/01/2024 07:59:59 B\r\n02/01/2024 07:00:00 C"),
-              "02/01/2024 07:59:59 B" + order);
-    EXPECT_EQ(CheckOf("02/01/2024 08:00:00 "), "02/01/2024 08:00:00" + format) << "twenty characters, no name";
-    for (const std::string line :
-         {"Correo sin fecha ni hora", "31/02/2024 08:00:00 A", "02/01/2024 24:00:00 A", "02/01/2024 08:00:00-A"}) {
-        EXPECT_EQ(CheckOf(line), line + format);
+TEST(TaskList, EmptyLogGivesAnEmptyList) {
+    EXPECT_TRUE(TaskListItems({}, TaskOrder::LastUse).empty());
+    EXPECT_EQ(LogEditorText({"x", "y"}), "x\ny\n");
+}
+
+struct CheckCase {
+    const char* name;
+    std::string text;
+    std::optional<std::string> bad_line;
+    std::string_view ending;
+};
+
+class EditedLogCheck : public testing::TestWithParam<CheckCase> {};
+
+TEST_P(EditedLogCheck, FindsTheFirstOffendingLine) {
+    const CheckCase& c = GetParam();
+    const auto problem = CheckEditedLog(c.text);
+    ASSERT_EQ(problem.has_value(), c.bad_line.has_value());
+    if (problem) {
+        EXPECT_EQ(problem->line, *c.bad_line);
+        EXPECT_EQ(problem->ending, c.ending);
     }
-    EXPECT_EQ(CheckOf("02/01/2024 09:00:00 A\r\nmal\r\n02/01/2024 08:00:00 B"), "mal" + format)
-        << "the format is checked before the order";
 }
+
+const std::string_view kFormat = kBadFormatEnding;
+const std::string_view kOrder = kOutOfOrderEnding;
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, EditedLogCheck,
+    testing::Values(
+        CheckCase{"InOrder", kTwoLines, std::nullopt, {}},
+        CheckCase{"EqualTimeAccepted", "02/01/2024 08:00:00 A\r\n02/01/2024 08:00:00 B\r\n", std::nullopt, {}},
+        CheckCase{"BlankLinesSkipped", "\r\n   \r\n02/01/2024 08:00:00 A\r\n\r\n", std::nullopt, {}},
+        CheckCase{"OneCharacterName", "02/01/2024 08:00:00 x", std::nullopt, {}},
+        CheckCase{"EarlierLineRefused", "02/01/2024 08:00:00 A\r\n02/01/2024 07:59:59 B\r\n02/01/2024 07:00:00 C",
+                  "02/01/2024 07:59:59 B", kOrder},
+        CheckCase{"EarlierDayRefused", "02/01/2024 08:00:00 A\r\n01/01/2024 09:00:00 B", "01/01/2024 09:00:00 B",
+                  kOrder},
+        CheckCase{"BeforeTheSentinelRefused", "31/12/1900 23:59:59 A", "31/12/1900 23:59:59 A", kOrder},
+        CheckCase{"TwentyCharactersRefused", "02/01/2024 08:00:00 ", "02/01/2024 08:00:00", kFormat},
+        CheckCase{"TwentyCharactersWithoutTheBlank", "02/01/2024 08:00:00AB", "02/01/2024 08:00:00AB", kFormat},
+        CheckCase{"NoDate", "Correo sin fecha ni hora", "Correo sin fecha ni hora", kFormat},
+        CheckCase{"OuterBlanksLeftOut", "  02/01/2024 08:00:00 A  ", std::nullopt, {}},
+        CheckCase{"BlankNameIsTooShort", "02/01/2024 08:00:00     ", "02/01/2024 08:00:00", kFormat},
+        CheckCase{"NoDate31February", "31/02/2024 08:00:00 A", "31/02/2024 08:00:00 A", kFormat},
+        CheckCase{"YearLettersCaughtByTheDate", "02/01/20a4 08:00:00 A", "02/01/20a4 08:00:00 A", kFormat},
+        CheckCase{"Hour24", "02/01/2024 24:00:00 A", "02/01/2024 24:00:00 A", kFormat},
+        CheckCase{"Second60", "02/01/2024 08:00:60 A", "02/01/2024 08:00:60 A", kFormat},
+        CheckCase{"DashesInTheDate", "02-01-2024 08:00:00 A", "02-01-2024 08:00:00 A", kFormat},
+        CheckCase{"NoBlankBeforeTheName", "02/01/2024 08:00:00-A", "02/01/2024 08:00:00-A", kFormat},
+        CheckCase{"AccentInTheStamp", "02/01/2024 08:0á:00 A", "02/01/2024 08:0á:00 A", kFormat},
+        CheckCase{"FormatBeforeOrder", "02/01/2024 09:00:00 A\r\nmal\r\n02/01/2024 08:00:00 B", "mal", kFormat}),
+    [](const testing::TestParamInfo<CheckCase>& row) { return std::string(row.param.name); });
 
 TEST_F(MarkTask, UnchangedLogJustCloses) {
     folder.WriteFile(kLog, kTwoLines);
@@ -88,9 +162,27 @@ TEST_F(MarkTask, UnchangedLogJustCloses) {
 
 TEST_F(MarkTask, BadLineIsShownAndNothingIsWritten) {
     folder.WriteFile(kLog, kTwoLines);
-    EXPECT_FALSE(Save("02/01/2024 10:00:00 B\n02/01/2024 09:00:00 A\n").close);
-    ASSERT_EQ(dialogs.Texts(), Texts{"02/01/2024 09:00:00 A\r\n\r\n(Las fechas deben ser consecutivas)"});
-    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
+    const LogSave save = Save("02/01/2024 10:00:00 B\n02/01/2024 09:00:00 A\n");
+    EXPECT_FALSE(save.close);
+    ASSERT_EQ(dialogs.Shown().size(), 1U);
+    const MessageBox& box = dialogs.Shown()[0];
+    EXPECT_EQ(box.text, "02/01/2024 09:00:00 A\r\n\r\n(Las fechas deben ser consecutivas)");
+    EXPECT_EQ(box.title, "Formato incorrecto");
+    EXPECT_EQ(box.icon, MsgIcon::Exclamation);
+    EXPECT_EQ(folder.ReadFile(kLog), kTwoLines);
+}
+
+TEST_F(MarkTask, NoToTheSaveQuestionWritesNothing) {
+    folder.WriteFile(kLog, kTwoLines);
+    dialogs.QueueAnswer(MsgAnswer::No);
+    const LogSave save = Save("02/01/2024 08:00:00 Correo\n");
+    EXPECT_FALSE(save.close);
+    ASSERT_EQ(dialogs.Shown().size(), 1U);
+    const MessageBox& box = dialogs.Shown()[0];
+    EXPECT_EQ(box.text, "¿Guardar los cambios en del Log?");
+    EXPECT_EQ(box.icon, MsgIcon::Question);
+    EXPECT_EQ(box.buttons, MsgButtons::YesNo);
+    EXPECT_EQ(box.default_answer, MsgAnswer::No);
     EXPECT_EQ(folder.ReadFile(kLog), kTwoLines);
 }
 
@@ -102,6 +194,28 @@ TEST_F(MarkTask, SavedLogLosesBlankLinesAndOuterBlanks) {
     EXPECT_EQ(save.tarea_actual, "Reunión");
     EXPECT_EQ(folder.ReadFile(kLog), "02/01/2024 08:00:00 Correo\r\n02/01/2024 08:30:00 Reuni\xF3n\r\n");
     EXPECT_EQ(busy.calls, (std::vector<bool>{true, false}));
+}
+
+TEST_F(MarkTask, SavedLogWithoutTodayClearsTheCurrentTask) {
+    dialogs.QueueAnswer(MsgAnswer::Yes);
+    const LogSave save = Save("01/01/2024 08:00:00 Ayer\n");
+    EXPECT_TRUE(save.close);
+    EXPECT_EQ(save.tarea_actual, "");
+}
+
+TEST_F(MarkTask, EscapeAsksOnlyWhenChanged) {
+    EXPECT_TRUE(CancelarLog(dialogs, false));
+    EXPECT_TRUE(dialogs.Shown().empty());
+
+    dialogs.QueueAnswer(MsgAnswer::No);
+    EXPECT_FALSE(CancelarLog(dialogs, true));
+    dialogs.QueueAnswer(MsgAnswer::Yes);
+    EXPECT_TRUE(CancelarLog(dialogs, true));
+    ASSERT_EQ(dialogs.Shown().size(), 2U);
+    EXPECT_EQ(dialogs.Shown()[0].text, "¿Cancelar los cambios en el Log?");
+    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Question);
+    EXPECT_EQ(dialogs.Shown()[0].buttons, MsgButtons::YesNo);
+    EXPECT_EQ(dialogs.Shown()[0].default_answer, MsgAnswer::No);
 }
 
 }  // namespace

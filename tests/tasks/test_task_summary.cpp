@@ -38,6 +38,28 @@ TEST(TaskSummary, GivesTheWholeTextOfTheExampleDay) {
     EXPECT_TRUE(box.title.empty());
 }
 
+TEST(TaskSummary, WithoutALogCountsTheTimeSinceTheEntry) {
+    test::TempAppFolder folder;
+    test::FakeClock clock(At(9, 15, 30));
+    EXPECT_EQ(
+        ResumenTareas(folder.Paths(), clock, {"08:00", "", ""}).text,
+        "FICHAJES:\r\n08:00:00 [entrada]\r\n09:15:30 [final]\r\n\r\nTOTALES: \r\n[entrada] - 01:15:30\r\n" + kBlanks);
+}
+
+TEST(TaskSummary, AddEventClosesTheOpenEventAndOpensTheNext) {
+    std::vector<SummaryEvent> events;
+    std::string text = "FICHAJES:";
+    AgregarEventoResumen(events, text, "08:00:00", "[entrada]", false);
+    AgregarEventoResumen(events, text, "09:00:00", "Correo", false);
+    AgregarEventoResumen(events, text, "10:00:00", "[final]", true);
+    EXPECT_EQ(text, "FICHAJES:\r\n08:00:00 [entrada]\r\n09:00:00 Correo\r\n10:00:00 [final]");
+    ASSERT_EQ(events.size(), 2U);
+    EXPECT_EQ(events[0].end, "09:00:00");
+    EXPECT_EQ(events[1].start, "09:00:00");
+    EXPECT_EQ(events[1].end, "10:00:00");
+    EXPECT_EQ(events[1].label, "Correo");
+}
+
 struct SummaryCase {
     const char* name;
     ClockInTexts clock_ins;
@@ -95,7 +117,17 @@ INSTANTIATE_TEST_SUITE_P(
             "[entrada] - 00:30:00\r\nA - 05:30:00\r\nB - 02:00:00\r\n"),
         Day("WorkResumesOnTheTaskOpenBeforeTheBreakOnce", {"08:00", "14:00", "15:00"}, {"15:30:00 A", "16:00:00 B"},
             At(17, 0), "[entrada] - 06:30:00\r\n[break] - 01:00:00\r\nA - 00:30:00\r\nB - 01:00:00\r\n"),
+        Day("NoTaskAfterTheExitCountsTheBreakToTheRunningTask", {"08:00", "14:00", "15:00"}, {"08:30:00 A"}, At(17, 0),
+            "[entrada] - 00:30:00\r\nA - 08:30:00\r\n"),
+        // From 23:00 to 00:30 the end comes before the start: the span counts nothing.
+        SummaryCase{"ASpanAcrossMidnightCountsNothing",
+                    {"23:00", "", ""},
+                    {},
+                    MakeDateTime(MakeDate(3, 1, 2024), 0, 30),
+                    "[entrada] - 00:00:00\r\n",
+                    false},
         Day("JustUnderTenHoursFits", {"08:00", "", ""}, {}, At(17, 59, 59), "[entrada] - 09:59:59\r\n"),
+        Day("EntryEmpty", {"", "", ""}, {}, At(10, 0), kEntryTimeIncomplete, true),
         Day("EntryBeingTyped", {"8:00", "", ""}, {}, At(10, 0), kEntryTimeIncomplete, true),
         Day("TenHoursInOneSpan", {"08:00", "", ""}, {}, At(18, 0), "\"[entrada]\" suma 10 horas o más", true),
         Day("TenHoursSummedFromTwoSpans", {"07:00", "", ""}, {"07:00:00 A", "13:00:00 B", "14:00:00 A"}, At(18, 0),

@@ -9,49 +9,86 @@ namespace vt::test {
 
 struct LnkParts {
     bool id_list = true;                                // a LinkTargetIDList before the link information
+    bool link_info = true;                              // the HasLinkInfo flag and its structure
+    bool local_path = true;                             // the VolumeIDAndLocalBasePath flag
     std::string base = "C:\\Users\\Ana\\informe.docx";  // ANSI (Windows-1252 bytes)
+    std::string suffix;                                 // ANSI common path suffix
     std::u16string unicode_base;                        // when not empty, the Unicode strings too
 };
 
-// A little-endian number of that many bytes.
-inline std::string Le(std::uint64_t v, int bytes = 4) {
-    std::string out;
-    for (int i = 0; i < bytes; ++i) {
-        out += static_cast<char>((v >> (8 * i)) & 0xFF);
-    }
-    return out;
+inline void PutU16(std::string& out, std::uint32_t v) {
+    out += static_cast<char>(v & 0xFF);
+    out += static_cast<char>((v >> 8) & 0xFF);
+}
+inline void PutU32(std::string& out, std::uint32_t v) {
+    PutU16(out, v & 0xFFFF);
+    PutU16(out, v >> 16);
+}
+inline void SetU32(std::string& out, std::size_t at, std::uint32_t v) {
+    std::string bytes;
+    PutU32(bytes, v);
+    out.replace(at, 4, bytes);
 }
 
 inline std::string BuildLnk(const LnkParts& parts) {
-    // The header: its size, the class ID, the flags (HasLinkInfo, IsUnicode), "archive", three
-    // file times, the file size, the icon index, "show normal", the hot key and reserved bytes.
-    std::string lnk = Le(0x4C) + std::string("\x01\x14\x02\x00\x00\x00\x00\x00\xC0\x00\x00\x00\x00\x00\x00\x46", 16) +
-                      Le((parts.id_list ? 0x1u : 0u) | 0x2u | 0x80u) + Le(0x20) + std::string(24, '\0') + Le(1234) +
-                      Le(0) + Le(1) + std::string(12, '\0');
+    std::string lnk;
+    PutU32(lnk, 0x4C);
+    lnk += std::string("\x01\x14\x02\x00\x00\x00\x00\x00\xC0\x00\x00\x00\x00\x00\x00\x46", 16);
+    PutU32(lnk, (parts.id_list ? 0x1u : 0u) | (parts.link_info ? 0x2u : 0u) | 0x80u);  // IsUnicode
+    PutU32(lnk, 0x20);                                                                 // archive
+    lnk += std::string(24, '\0');                                                      // three file times
+    PutU32(lnk, 1234);                                                                 // file size
+    PutU32(lnk, 0);                                                                    // icon index
+    PutU32(lnk, 1);                                                                    // show normal
+    lnk += std::string(12, '\0');                                                      // hot key, reserved
     if (parts.id_list) {
         // One item (a "My Computer" root item of 20 bytes) and the terminating empty item.
-        lnk += Le(22, 2) + Le(20, 2) +
-               std::string("\x1F\x50\xE0\x4F\xD0\x20\xEA\x3A\x69\x10\xA2\xD8\x08\x00\x2B\x30\x30\x9D", 18) + Le(0, 2);
+        std::string item("\x1F\x50\xE0\x4F\xD0\x20\xEA\x3A\x69\x10\xA2\xD8\x08\x00\x2B\x30\x30\x9D", 18);
+        PutU16(lnk, static_cast<std::uint32_t>(2 + item.size() + 2));
+        PutU16(lnk, static_cast<std::uint32_t>(2 + item.size()));
+        lnk += item;
+        PutU16(lnk, 0);
     }
-    // The link information: its header of offsets, then the volume ID (a fixed drive, a serial
-    // number, an empty label), the base path, an empty common path suffix and, when asked
-    // for, the same two strings in UTF-16.
-    const bool unicode = !parts.unicode_base.empty();
-    const std::size_t header = unicode ? 0x24 : 0x1C;
-    std::string body = Le(0x11) + Le(3) + Le(0x1234ABCD) + Le(0x10) + '\0';
-    // The header size, VolumeIDAndLocalBasePath, the offsets of the volume ID and the base path,
-    // no network link, and the offset of the suffix; the Unicode offsets follow when asked for.
-    std::string offsets = Le(header) + Le(1) + Le(header) + Le(header + body.size()) + Le(0) +
-                          Le(header + body.size() + parts.base.size() + 1);
-    body += parts.base + '\0' + '\0';
-    if (unicode) {
-        offsets += Le(header + body.size()) + Le(header + body.size() + 2 * parts.unicode_base.size() + 2);
-        for (const char16_t c : parts.unicode_base) {
-            body += Le(c, 2);
+    if (parts.link_info) {
+        const bool unicode = !parts.unicode_base.empty();
+        const std::uint32_t header = unicode ? 0x24 : 0x1C;
+        std::string info(header, '\0');
+        const auto volume = static_cast<std::uint32_t>(info.size());
+        PutU32(info, 0x11);  // VolumeIDSize
+        PutU32(info, 3);     // fixed drive
+        PutU32(info, 0x1234ABCD);
+        PutU32(info, 0x10);  // label offset
+        info += '\0';
+        const auto base = static_cast<std::uint32_t>(info.size());
+        info += parts.base + '\0';
+        const auto suffix = static_cast<std::uint32_t>(info.size());
+        info += parts.suffix + '\0';
+        std::uint32_t base_unicode = 0;
+        std::uint32_t suffix_unicode = 0;
+        if (unicode) {
+            base_unicode = static_cast<std::uint32_t>(info.size());
+            for (const char16_t c : parts.unicode_base) {
+                PutU16(info, c);
+            }
+            PutU16(info, 0);
+            suffix_unicode = static_cast<std::uint32_t>(info.size());
+            PutU16(info, 0);
         }
-        body += Le(0, 4);
+        SetU32(info, 0, static_cast<std::uint32_t>(info.size()));
+        SetU32(info, 4, header);
+        SetU32(info, 8, parts.local_path ? 1 : 0);
+        SetU32(info, 12, volume);
+        SetU32(info, 16, base);
+        SetU32(info, 20, 0);
+        SetU32(info, 24, suffix);
+        if (unicode) {
+            SetU32(info, 28, base_unicode);
+            SetU32(info, 32, suffix_unicode);
+        }
+        lnk += info;
     }
-    return lnk + Le(4 + offsets.size() + body.size()) + offsets + body + Le(0);  // and the terminal block
+    PutU32(lnk, 0);  // terminal block
+    return lnk;
 }
 
 }  // namespace vt::test

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "accesslog_fakes.h"
 #include "lnk_builder.h"
@@ -20,35 +21,80 @@ namespace {
 
 using namespace std::chrono;
 
-// A shortcut gives its target, a symbolic link its own (not its target's) time and target, a plain
-// file no target; every file its modification time in local time.
-TEST(FolderSource, ListsShortcutsLinksAndPlainFiles) {
-    test::ScopedTimeZone zone(test::kMadrid);
-    test::TempAppFolder folder;
-    const std::string recent = folder.Path("Recent");
-    const sys_seconds morning = sys_days{2024y / March / 15} + hours{8};  // 09:00 in Madrid
-    folder.WriteFile("Recent/informe.docx.lnk", test::BuildLnk({}));
-    ASSERT_FALSE(SetFileModifiedTime(recent + "/informe.docx.lnk", FileTime{morning}));
-    folder.WriteFile("Recent/notas.txt", "x");
-    ASSERT_FALSE(SetFileModifiedTime(recent + "/notas.txt", FileTime{morning + seconds{1}}));
-    std::filesystem::create_symlink("/datos/x.pdf", recent + "/enlace");
-    const timespec times[2] = {{0, UTIME_OMIT}, {static_cast<time_t>(morning.time_since_epoch().count()) + 2, 0}};
-    ASSERT_EQ(::utimensat(AT_FDCWD, (recent + "/enlace").c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
+// 15/03/2024 08:00:00 UTC, 09:00:00 in Madrid.
+const sys_seconds kMorning = sys_days{2024y / March / 15} + hours{8};
 
-    RecentListing listing = FolderRecentFiles(recent).List();
+class FolderSource : public ::testing::Test {
+protected:
+    std::string Recent() const { return folder_.Path("Recent"); }
+    void Put(const std::string& name, const std::string& bytes, sys_seconds time) {
+        folder_.WriteFile("Recent/" + name, bytes);
+        ASSERT_FALSE(SetFileModifiedTime(Recent() + "/" + name, FileTime{time}));
+    }
+    // The link's own time, not its target's.
+    void Link(const std::string& name, const std::string& target, sys_seconds time) {
+        std::filesystem::create_directories(Recent());
+        std::filesystem::create_symlink(target, Recent() + "/" + name);
+        const timespec times[2] = {{0, UTIME_OMIT}, {static_cast<time_t>(time.time_since_epoch().count()), 0}};
+        ASSERT_EQ(::utimensat(AT_FDCWD, (Recent() + "/" + name).c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
+    }
+
+    test::ScopedTimeZone zone_{test::kMadrid};
+    test::TempAppFolder folder_;
+};
+
+TEST_F(FolderSource, ListsShortcutsLinksAndPlainFilesWithTheirOwnTimes) {
+    Put("informe.docx.LNK", test::BuildLnk({}), kMorning);
+    Put("roto.lnk", "no es un acceso directo", kMorning + seconds{1});
+    Put("notas.txt", "x", kMorning + seconds{2});
+    Put("sub/y.txt", "y", kMorning - days{300});
+    Link("enlace", "/datos/x.pdf", kMorning + seconds{3});
+    Link("relativo", "sub/y.txt", kMorning + seconds{4});
+
+    RecentListing listing = FolderRecentFiles(Recent()).List();
     ASSERT_EQ(listing.outcome, RecentListingOutcome::Listed);
     std::sort(listing.files.begin(), listing.files.end(),
               [](const RecentFile& a, const RecentFile& b) { return a.modified < b.modified; });
-    const std::array<std::array<std::string, 2>, 3> expected{
-        {{"informe.docx.lnk", "C:\\Users\\Ana\\informe.docx"}, {"notas.txt", ""}, {"enlace", "/datos/x.pdf"}}};
-    ASSERT_EQ(listing.files.size(), expected.size());
+    struct Expected {
+        const char* name;
+        std::string target;
+        int second;
+    };
+    const std::vector<Expected> expected{{"informe.docx.LNK", "C:\\Users\\Ana\\informe.docx", 0},
+                                         {"roto.lnk", "", 1},
+                                         {"notas.txt", "", 2},
+                                         {"enlace", "/datos/x.pdf", 3},
+                                         {"relativo", Recent() + "/sub/y.txt", 4}};
+    ASSERT_EQ(listing.files.size(), expected.size()) << "the subfolder is no recent file";
     for (std::size_t i = 0; i < expected.size(); ++i) {
         const RecentFile& file = listing.files[i];
-        EXPECT_EQ(file.name, expected[i][0]);
-        EXPECT_EQ(file.target, expected[i][1]) << file.name;
-        EXPECT_EQ(file.link_path, recent + "/" + expected[i][0]);
-        EXPECT_EQ(file.modified, MakeDateTime(MakeDate(15, 3, 2024), 9, 0, static_cast<int>(i))) << file.name;
+        EXPECT_EQ(file.name, expected[i].name);
+        EXPECT_EQ(file.target, expected[i].target) << file.name;
+        EXPECT_EQ(file.link_path, Recent() + "/" + expected[i].name);
+        EXPECT_EQ(file.modified, MakeDateTime(MakeDate(15, 3, 2024), 9, 0, expected[i].second)) << file.name;
+        EXPECT_FALSE(file.vanished);
     }
+}
+
+TEST_F(FolderSource, AnEntryGoneSinceTheListingIsVanished) {
+    const FolderEntry entry = ReadFolderEntry(Recent(), "borrado.lnk");
+    EXPECT_TRUE(entry.listed);
+    EXPECT_TRUE(entry.file.vanished);
+    EXPECT_EQ(entry.error, "");
+}
+
+TEST_F(FolderSource, AMissingFolderIsNoSource) {
+    EXPECT_EQ(FolderRecentFiles(Recent()).List().outcome, RecentListingOutcome::NoSource);
+    EXPECT_EQ(FolderRecentFiles("").List().outcome, RecentListingOutcome::NoSource);
+}
+
+// A link that points at itself is there but can never be opened.
+TEST_F(FolderSource, AFolderThatCannotBeListedFails) {
+    std::filesystem::create_symlink(Recent(), Recent());
+    const RecentListing listing = FolderRecentFiles(Recent()).List();
+    EXPECT_EQ(listing.outcome, RecentListingOutcome::Failed);
+    EXPECT_NE(listing.error.find(Recent()), std::string::npos);
+    EXPECT_NE(listing.error.find("No se ha registrado ningún acceso."), std::string::npos);
 }
 
 }  // namespace

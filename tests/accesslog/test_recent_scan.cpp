@@ -1,20 +1,22 @@
 #include "accesslog/recent_scan.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
-#include <map>
 #include <string>
 #include <vector>
 
 #include "accesslog/access_pages.h"
+#include "accesslog/folder_recent_files.h"
+#include "accesslog/xbel_reader.h"
 #include "accesslog_fakes.h"
 #include "fake_clock.h"
 #include "recording_busy.h"
 #include "scripted_dialogs.h"
 #include "store/cp1252.h"
+#include "store/text_file.h"
 #include "temp_app_folder.h"
 
 namespace vt {
@@ -36,22 +38,26 @@ std::string Head(int month) {
     return EscribirCabeceraLog(MakeDate(1, month, 2024));
 }
 
-const std::string kB = "ANTES\r\n";  // what a page held before the run
+const char* kBefore = "ANTES\r\n";  // what a page held before the run
 
 class RecentScan : public ::testing::Test {
 protected:
-    ScanOutcome Run() { return TratarArchivosRecientes(folder_.Paths(), settings_, clock_, dialogs_, busy_, recent_); }
-    void Setup(const char* ultimo, const char* now) {
-        settings_.UltimoAcceso = At(ultimo);
-        clock_.Set(At(now));
+    ScanOutcome Run(RecentFiles& source) {
+        return TratarArchivosRecientes(folder_.Paths(), settings_, clock_, dialogs_, busy_, source);
     }
-    // Every page in LOG with its bytes.
-    std::map<std::string, std::string> Pages() const {
-        std::map<std::string, std::string> pages;
-        for (const auto& item : std::filesystem::directory_iterator(folder_.Path("LOG"))) {
-            pages[item.path().filename().string()] = folder_.ReadFile("LOG/" + item.path().filename().string());
+    ScanOutcome Run() { return Run(recent_); }
+    // Pages are Windows-1252: the bytes on disk are compared with the expected text converted.
+    void ExpectPage(const std::string& name, const std::string& text) const {
+        EXPECT_EQ(folder_.ReadFile("LOG/" + name), Utf8ToCp1252(text)) << name;
+    }
+    std::vector<std::string> Pages() const {
+        std::vector<std::string> names;
+        std::error_code ec;
+        for (const auto& item : std::filesystem::directory_iterator(folder_.Path("LOG"), ec)) {
+            names.push_back(item.path().filename().string());
         }
-        return pages;
+        std::sort(names.begin(), names.end());
+        return names;
     }
 
     test::TempAppFolder folder_;
@@ -62,111 +68,237 @@ protected:
     Settings settings_;
 };
 
-using Files = std::vector<std::array<const char*, 3>>;  // modified, name, target ("" → the link itself)
-const char* kMarch = "2024.03.MARZO.htm";
+// ---- what a run writes ----------------------------------------------------------------------
+
+struct PageExpected {
+    const char* file;
+    std::string text;  // the whole page afterwards; kBefore marks one that existed before the run
+};
 
 struct ScanCase {
     const char* name;
-    Files files;
-    std::vector<std::pair<const char*, std::string>> pages;  // every page afterwards; kB: it existed before
     const char* ultimo;
     const char* now;
+    std::vector<std::array<const char*, 3>> files;  // modified, name, target ("" → /r/Recent/<name>)
+    std::vector<PageExpected> pages;                // every page in LOG afterwards
+    int warnings = 0;
 };
-
-ScanCase Scan(const char* name, Files files, std::vector<std::pair<const char*, std::string>> pages,
-              const char* ultimo = "15/03/2024 09:00", const char* now = "15/03/2024 09:05") {
-    return {name, std::move(files), std::move(pages), ultimo, now};
-}
-
-// The usual run: the March page was there before and gains this text.
-ScanCase March(const char* name, Files files, const std::string& added, const char* ultimo = "15/03/2024 09:00") {
-    return Scan(name, std::move(files), {{kMarch, kB + added}}, ultimo);
-}
 
 class ScanWrites : public RecentScan, public ::testing::WithParamInterface<ScanCase> {};
 
-// Pages are Windows-1252: the bytes on disk are compared with the expected text converted.
 TEST_P(ScanWrites, ThePages) {
     const ScanCase& c = GetParam();
-    Setup(c.ultimo, c.now);
+    settings_.UltimoAcceso = At(c.ultimo);
+    clock_.Set(At(c.now));
     for (const auto& [modified, name, target] : c.files) {
         recent_.Add(name, target, At(modified), std::string("/r/Recent/") + name);
     }
-    std::map<std::string, std::string> expected;
-    for (const auto& [file, text] : c.pages) {
-        if (text.starts_with(kB)) {
-            folder_.WriteFile(std::string("LOG/") + file, kB);
+    std::vector<std::string> names;
+    for (const auto& page : c.pages) {
+        if (page.text.starts_with(kBefore)) {
+            folder_.WriteFile(std::string("LOG/") + page.file, kBefore);
         }
-        expected[file] = Utf8ToCp1252(text);
+        names.push_back(page.file);
     }
+
     EXPECT_EQ(Run(), ScanOutcome::Logged);
-    EXPECT_EQ(Pages(), expected);
-    EXPECT_TRUE(dialogs_.Shown().empty());
+
+    EXPECT_EQ(Pages(), names);
+    for (const auto& page : c.pages) {
+        ExpectPage(page.file, page.text);
+    }
+    EXPECT_EQ(static_cast<int>(dialogs_.Shown().size()), c.warnings);
     EXPECT_EQ(settings_.UltimoAcceso, At(c.now));
 }
+
+const std::string kB = kBefore;
 
 INSTANTIATE_TEST_SUITE_P(
     Table, ScanWrites,
     ::testing::Values(
-        Scan("TwoDaysInOneRun",
-             {{"14/03/2024 17:30", "b", "/d/b"}, {"14/03/2024 09:15", "a", "/d/a"}, {"15/03/2024 08:00", "c", "/d/c"}},
-             {{kMarch, Head(3) + Heading("14", "Jueves") + Entry("09:15:00", "/d/a") + Entry("17:30:00", "/d/b") +
-                           Heading("15", "Viernes") + Entry("08:00:00", "/d/c")}},
-             "13/03/2024 18:00"),
-        Scan("MonthBoundaryStartsTheNewPageWithItsHead",
-             {{"01/04/2024 08:05:09", "x", "/d/x"}, {"31/03/2024 22:10", "y", "/d/y"}},
-             {{kMarch, kB + Entry("22:10:00", "/d/y")},
-              {"2024.04.ABRIL.htm", Head(4) + Heading("01", "Lunes") + Entry("08:05:09", "/d/x")}},
-             "31/03/2024 20:00", "01/04/2024 09:00"),
-        March("SameDayAddsNoHeading", {{"15/03/2024 09:02", "a", "/d/a"}}, Entry("09:02:00", "/d/a")),
-        March("EmptyTargetIsLoggedUnderTheLinksOwnPath", {{"15/03/2024 09:03", "nota.lnk", ""}},
-              Entry("09:03:00", "/r/Recent/nota.lnk")),
-        March("ThumbsAndDesktopIniSkippedInAnyCase",
-              {{"15/03/2024 09:01", "thumbs.DB", "/d/1"},
-               {"15/03/2024 09:01", "DESKTOP.INI", "/d/2"},
-               {"15/03/2024 09:01", "Thumbs.db.lnk", "/d/3"}},
-              Entry("09:01:00", "/d/3")),
-        March("FileAtTheLastScanIsTakenOneSecondEarlierIsNot",
-              {{"15/03/2024 08:59:59", "a", "/d/earlier"}, {"15/03/2024 09:00", "b", "/d/exactly"}},
-              Entry("09:00:00", "/d/exactly")),
-        March("FirstScanOfANewDayWithNoAccessesWritesTheHeading", {}, Heading("15", "Viernes"), "14/03/2024 17:00"),
-        March("IdenticalEntriesAreBothKept", {{"15/03/2024 09:04", "a", "/d/a"}, {"15/03/2024 09:04", "a", "/d/a"}},
-              Entry("09:04:00", "/d/a") + Entry("09:04:00", "/d/a")),
-        March("MarkupInAPathIsEscaped", {{"15/03/2024 09:01", "x", "/d/año & <b>'s"}},
-              "09:01:00\r\n <a href='file:///d/año &amp; &lt;b&gt;&#39;s'>/d/año &amp; &lt;b&gt;'s</a>\r\n<br>\r\n")),
+        ScanCase{
+            "TwoDaysInOneRun",
+            "13/03/2024 18:00",
+            "15/03/2024 10:00",
+            {{"14/03/2024 17:30", "b", "/d/b"}, {"14/03/2024 09:15", "a", "/d/a"}, {"15/03/2024 08:00", "c", "/d/c"}},
+            {{"2024.03.MARZO.htm", Head(3) + Heading("14", "Jueves") + Entry("09:15:00", "/d/a") +
+                                       Entry("17:30:00", "/d/b") + Heading("15", "Viernes") +
+                                       Entry("08:00:00", "/d/c")}}},
+        ScanCase{"MonthBoundaryCreatesTheNewPageWithItsHead",
+                 "31/03/2024 20:00",
+                 "01/04/2024 09:00",
+                 {{"01/04/2024 08:05:09", "x", "/d/x"}, {"31/03/2024 22:10", "y", "/d/y"}},
+                 {{"2024.03.MARZO.htm", kB + Entry("22:10:00", "/d/y")},
+                  {"2024.04.ABRIL.htm", Head(4) + Heading("01", "Lunes") + Entry("08:05:09", "/d/x")}}},
+        ScanCase{"SameDayAsThePreviousRunAddsNoHeading",
+                 "15/03/2024 09:00",
+                 "15/03/2024 09:05",
+                 {{"15/03/2024 09:02", "a", "/d/a"}},
+                 {{"2024.03.MARZO.htm", kB + Entry("09:02:00", "/d/a")}}},
+        ScanCase{"EmptyTargetIsLoggedUnderTheLinksOwnPath",
+                 "15/03/2024 09:00",
+                 "15/03/2024 09:05",
+                 {{"15/03/2024 09:03", "nota.lnk", ""}},
+                 {{"2024.03.MARZO.htm", kB + Entry("09:03:00", "/r/Recent/nota.lnk")}}},
+        ScanCase{"ThumbsAndDesktopIniSkippedInAnyCase",
+                 "15/03/2024 09:00",
+                 "15/03/2024 09:05",
+                 {{"15/03/2024 09:01", "thumbs.db", "/d/1"},
+                  {"15/03/2024 09:01", "Desktop.ini", "/d/2"},
+                  {"15/03/2024 09:01", "DESKTOP.INI", "/d/3"},
+                  {"15/03/2024 09:01", "Thumbs.db.lnk", "/d/4"}},
+                 {{"2024.03.MARZO.htm", kB + Entry("09:01:00", "/d/4")}}},
+        ScanCase{"FileAtTheLastScanIsTakenOneSecondEarlierIsNot",
+                 "15/03/2024 09:00",
+                 "15/03/2024 09:05",
+                 {{"15/03/2024 08:59:59", "a", "/d/earlier"}, {"15/03/2024 09:00", "b", "/d/exactly"}},
+                 {{"2024.03.MARZO.htm", kB + Entry("09:00:00", "/d/exactly")}}},
+        ScanCase{"FirstScanOfANewDayWithNoAccessesWritesTheHeading",
+                 "14/03/2024 17:00",
+                 "15/03/2024 08:00",
+                 {},
+                 {{"2024.03.MARZO.htm", kB + Heading("15", "Viernes")}}},
+        ScanCase{"FirstScanOfANewMonthWithNoAccessesStartsThePage",
+                 "31/03/2024 17:00",
+                 "01/04/2024 08:00",
+                 {},
+                 {{"2024.03.MARZO.htm", kB}, {"2024.04.ABRIL.htm", Head(4) + Heading("01", "Lunes")}}},
+        ScanCase{"IdenticalEntriesAreBothKept",
+                 "15/03/2024 09:00",
+                 "15/03/2024 09:05",
+                 {{"15/03/2024 09:04", "a", "/d/a"}, {"15/03/2024 09:04", "a", "/d/a"}},
+                 {{"2024.03.MARZO.htm", kB + Entry("09:04:00", "/d/a") + Entry("09:04:00", "/d/a")}}},
+        // Yesterday's entries go under yesterday's heading; as no heading was written, today's is.
+        ScanCase{"RunAcrossMidnightWithOnlyYesterdaysFiles",
+                 "14/03/2024 23:58",
+                 "15/03/2024 00:03",
+                 {{"14/03/2024 23:59:30", "a", "/d/a"}},
+                 {{"2024.03.MARZO.htm", kB + Entry("23:59:30", "/d/a") + Heading("15", "Viernes")}}},
+        ScanCase{"LastSecondOfTodayIsLoggedMidnightIsWarnedAbout",
+                 "15/03/2024 09:00",
+                 "15/03/2024 09:05",
+                 {{"15/03/2024 23:59:59", "a", "/d/tonight"}, {"16/03/2024 00:00", "b", "/d/tomorrow"}},
+                 {{"2024.03.MARZO.htm", kB + Entry("23:59:59", "/d/tonight")}},
+                 1},
+        ScanCase{"AccentsAndMarkupInAPath",
+                 "12/03/2024 09:00",
+                 "13/03/2024 09:30",
+                 {{"13/03/2024 09:01", "x", "/d/año & <b>'s"}},
+                 {{"2024.03.MARZO.htm", Head(3) + Heading("13", "Miércoles") +
+                                            "09:01:00\r\n <a href='file:///d/año &amp; &lt;b&gt;&#39;s'>/d/año "
+                                            "&amp; &lt;b&gt;'s</a>\r\n<br>\r\n"}}},
+        ScanCase{"NothingNewOnTheSameDayWritesNothing",
+                 "15/03/2024 09:00",
+                 "15/03/2024 09:05",
+                 {{"15/03/2024 08:00", "a", "/d/old"}},
+                 {}}),
     [](const auto& row) { return std::string(row.param.name); });
+
+// ---- the state it leaves and the messages it gives -----------------------------------------
 
 TEST_F(RecentScan, StoresTheStartOfTheRunAsTheLastScan) {
     folder_.WriteFile("VendrakoTimer.ini", "[JORNADA]\r\nFECHA=15-03-24\r\n");
-    Setup("15/03/2024 09:00", "15/03/2024 10:00");
+    clock_.Set(At("15/03/2024 10:00"));
+    recent_.Add("a", "/d/a", At("15/03/2024 09:59"));
     recent_.on_list = [this] { clock_.AdvanceSeconds(40); };  // the run takes time
     EXPECT_EQ(Run(), ScanOutcome::Logged);
+    EXPECT_EQ(settings_.UltimoAcceso, At("15/03/2024 10:00"));
     EXPECT_EQ(folder_.ReadFile("VendrakoTimer.ini"),
               "[JORNADA]\r\nFECHA=15-03-24\r\n\r\n[ACCESOS]\r\nULTIMO=15/03/2024 10:00:00\r\n");
+    EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false}));
 }
 
-TEST_F(RecentScan, FutureFileIsWarnedAboutAndNotLogged) {
-    Setup("15/03/2024 09:00", "15/03/2024 09:05");
+TEST_F(RecentScan, FutureFileIsWarnedAboutAtEveryRunAndNeverLogged) {
+    settings_.UltimoAcceso = At("15/03/2024 09:00");
+    clock_.Set(At("15/03/2024 09:05"));
     recent_.Add("plan.lnk", "", At("20/03/2024 08:07:06"), "/r/Recent/plan.lnk");
     Run();
-    EXPECT_EQ(dialogs_.Texts(), std::vector<std::string>{"Se ha detectado un acceso a un fichero posterior al día de "
-                                                         "hoy:\r\n\r\n/r/Recent/plan.lnk\r\n\r\n20/03/2024 08:07:06"});
+    clock_.AdvanceMinutes(5);
+    Run();
+    ASSERT_EQ(dialogs_.Shown().size(), 2u);
+    EXPECT_EQ(dialogs_.Shown()[0].text,
+              "Se ha detectado un acceso a un fichero posterior al día de hoy:\r\n\r\n/r/Recent/plan.lnk\r\n\r\n"
+              "20/03/2024 08:07:06");
+    EXPECT_EQ(dialogs_.Shown()[0].icon, MsgIcon::Exclamation);
+    EXPECT_EQ(dialogs_.Shown()[1].text, dialogs_.Shown()[0].text);
     EXPECT_FALSE(folder_.Exists("LOG/2024.03.MARZO.htm"));
 }
 
-TEST_F(RecentScan, UnwritablePageStopsTheRunAndKeepsTheLastScan) {
-    Setup("28/02/2024 18:00", "02/03/2024 09:00");
+TEST_F(RecentScan, UnwritablePageStopsTheRunAndKeepsWhatWasWritten) {
+    settings_.UltimoAcceso = At("28/02/2024 18:00");
+    clock_.Set(At("02/03/2024 09:00"));
     recent_.Add("a", "/d/feb", At("29/02/2024 10:00"));
-    recent_.Add("b", "/d/mar", At("01/03/2024 10:00"));
+    recent_.Add("b", "/d/mar1", At("01/03/2024 10:00"));
+    recent_.Add("c", "/d/mar2", At("02/03/2024 08:00"));
     std::filesystem::create_directories(folder_.Path("LOG/2024.03.MARZO.htm"));
 
     EXPECT_EQ(Run(), ScanOutcome::Stopped);
 
-    EXPECT_EQ(folder_.ReadFile("LOG/2024.02.FEBRERO.htm"),
-              Utf8ToCp1252(Head(2) + Heading("29", "Jueves") + Entry("10:00:00", "/d/feb")));
-    EXPECT_THAT(dialogs_.Texts(), testing::ElementsAre(testing::HasSubstr(folder_.Path("LOG/2024.03.MARZO.htm"))));
+    ExpectPage("2024.02.FEBRERO.htm", Head(2) + Heading("29", "Jueves") + Entry("10:00:00", "/d/feb"));
+    ASSERT_EQ(dialogs_.Shown().size(), 1u);
+    EXPECT_NE(dialogs_.Shown()[0].text.find(folder_.Path("LOG/2024.03.MARZO.htm")), std::string::npos);
     EXPECT_EQ(settings_.UltimoAcceso, At("28/02/2024 18:00"));
     EXPECT_FALSE(folder_.Exists("VendrakoTimer.ini"));
+    EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false}));
+}
+
+TEST_F(RecentScan, VanishedFileIsSkippedSilently) {
+    settings_.UltimoAcceso = At("15/03/2024 09:00");
+    clock_.Set(At("15/03/2024 09:05"));
+    recent_.Add("gone.lnk", "/d/gone", At("15/03/2024 09:01"));
+    recent_.listing.files.back().vanished = true;
+    recent_.Add("here.lnk", "/d/here", At("15/03/2024 09:02"));
+    EXPECT_EQ(Run(), ScanOutcome::Logged);
+    ExpectPage("2024.03.MARZO.htm", Head(3) + Entry("09:02:00", "/d/here"));
+    EXPECT_TRUE(dialogs_.Shown().empty());
+}
+
+TEST_F(RecentScan, NoSourceDoesNothingAtAll) {
+    settings_.UltimoAcceso = At("14/03/2024 09:00");
+    clock_.Set(At("15/03/2024 09:05"));
+    recent_.listing.outcome = RecentListingOutcome::NoSource;
+    EXPECT_EQ(Run(), ScanOutcome::NoSource);
+    EXPECT_TRUE(dialogs_.Shown().empty());
+    EXPECT_FALSE(folder_.Exists("LOG")) << "not even the day's heading";
+    EXPECT_EQ(settings_.UltimoAcceso, At("14/03/2024 09:00"));
+}
+
+// A damaged list is reported and costs nothing: once it reads again, the same window of time is
+// taken, so the files used meanwhile are all logged.
+TEST_F(RecentScan, DamagedListLogsNothingUntilItReadsAgain) {
+    test::ScopedTimeZone zone("UTC0");
+    XbelRecentFiles xbel(folder_.Path("Recent/recently-used.xbel"));
+    settings_.UltimoAcceso = At("15/03/2024 09:00");
+    clock_.Set(At("15/03/2024 09:05"));
+    folder_.WriteFile("Recent/recently-used.xbel", std::string("\xFF\xFE<\0x\0", 6));
+    EXPECT_EQ(Run(xbel), ScanOutcome::Stopped);
+    ASSERT_EQ(dialogs_.Shown().size(), 1u);
+    EXPECT_NE(dialogs_.Shown()[0].text.find("no está codificado en UTF-8"), std::string::npos);
+    EXPECT_FALSE(folder_.Exists("LOG/2024.03.MARZO.htm"));
+    EXPECT_EQ(settings_.UltimoAcceso, At("15/03/2024 09:00"));
+
+    folder_.WriteFile("Recent/recently-used.xbel",
+                      "<xbel><bookmark href='file:///d/a' modified='2024-03-15T09:01:00Z'/>\n"
+                      "<bookmark href='file:///d/b' modified='2024-03-15T09:07:00Z'/></xbel>\n");
+    clock_.Set(At("15/03/2024 09:10"));
+    EXPECT_EQ(Run(xbel), ScanOutcome::Logged);
+    ExpectPage("2024.03.MARZO.htm", Head(3) + Entry("09:01:00", "/d/a") + Entry("09:07:00", "/d/b"));
+}
+
+// The folder source end to end: the skipped names are real files there.
+TEST_F(RecentScan, FromAFolderOfShortcuts) {
+    test::ScopedTimeZone zone("UTC0");
+    for (const auto& [name, minute] : std::vector<std::pair<std::string, int>>{
+             {"thumbs.db", 1}, {"Desktop.ini", 1}, {"viejo.txt", -1}, {"nota.txt", 2}}) {
+        folder_.WriteFile("Recent/" + name, "x");
+        const auto time = std::chrono::sys_days{std::chrono::year{2024} / 3 / 15} + std::chrono::minutes{540 + minute};
+        ASSERT_FALSE(SetFileModifiedTime(folder_.Path("Recent/" + name), FileTime{time}));
+    }
+    FolderRecentFiles source(folder_.Path("Recent"));
+    settings_.UltimoAcceso = At("15/03/2024 09:00");
+    clock_.Set(At("15/03/2024 09:05"));
+    EXPECT_EQ(Run(source), ScanOutcome::Logged);
+    ExpectPage("2024.03.MARZO.htm", Head(3) + Entry("09:02:00", folder_.Path("Recent/nota.txt")));
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 
 #include <map>
 #include <string>
+#include <tuple>
+#include <vector>
 
 namespace vt {
 namespace {
@@ -19,17 +21,46 @@ XdgShellFolders FoldersWith(const Environment& environment) {
 }
 
 TEST(XdgShellFolders, FollowTheBaseDirectoryRules) {
-    const Environment home{{"HOME", "/h/ana/"}};
-    EXPECT_EQ(FoldersWith({{"HOME", "/h/ana"}, {"XDG_DATA_HOME", "/d/datos/"}}).CarpetaEspecial(8), "/d/datos");
-    EXPECT_EQ(FoldersWith({{"HOME", "/h/ana"}, {"XDG_DATA_HOME", "datos"}}).CarpetaEspecial(8), "/h/ana/.local/share")
-        << "a relative folder is ignored";
-    EXPECT_EQ(FoldersWith({}).CarpetaEspecial(8), "");
-    EXPECT_EQ(FoldersWith(home).CarpetaEspecial(7), "/h/ana/.config/autostart");
-    EXPECT_EQ(FoldersWith(home).CarpetaEspecial(5), "");
-    EXPECT_EQ(FoldersWith(home).RecentlyUsedListPath(), "/h/ana/.local/share/recently-used.xbel");
-    EXPECT_EQ(FoldersWith({{"HOME", "/h/ana"}, {"XDG_CURRENT_DESKTOP", "ubuntu:GNOME"}}).RecentFilesView(),
-              "recent:///");
-    EXPECT_EQ(FoldersWith({{"HOME", "/h/ana"}, {"XDG_CURRENT_DESKTOP", "KDE"}}).RecentFilesView(), "");
+    // environment, folder number, folder
+    for (const auto& [environment, number, folder] : std::vector<std::tuple<Environment, int, const char*>>{
+             {{{"HOME", "/h/ana"}, {"XDG_DATA_HOME", "/d/datos/"}}, 8, "/d/datos"},
+             {{{"HOME", "/h/ana/"}}, 8, "/h/ana/.local/share"},
+             {{{"HOME", "/h/ana"}, {"XDG_DATA_HOME", "datos"}}, 8, "/h/ana/.local/share"},  // relative: ignored
+             {{{"HOME", "/h/ana"}, {"XDG_DATA_HOME", ""}}, 8, "/h/ana/.local/share"},
+             {{{"HOME", "/"}}, 8, "/.local/share"},
+             {{}, 8, ""},
+             {{{"HOME", "ana"}}, 8, ""},
+             {{{"HOME", "/h/ana"}, {"XDG_CONFIG_HOME", "/c"}}, 7, "/c/autostart"},
+             {{{"HOME", "/h/ana"}}, 7, "/h/ana/.config/autostart"},
+             {{}, 7, ""},
+             {{{"HOME", "/h/ana"}}, 5, ""},
+         }) {
+        EXPECT_EQ(FoldersWith(environment).CarpetaEspecial(number), folder)
+            << number << (environment.empty() ? " without HOME" : " HOME=" + environment.begin()->second);
+    }
+    EXPECT_EQ(FoldersWith({{"HOME", "/h/ana"}}).RecentlyUsedListPath(), "/h/ana/.local/share/recently-used.xbel");
+    EXPECT_EQ(FoldersWith({}).RecentlyUsedListPath(), "");
+}
+
+// The desktop's own view of the recent files is offered where its file manager knows it.
+TEST(XdgShellFolders, RecentFilesViewFollowsTheDesktop) {
+    for (const auto& [desktop, view] : std::vector<std::pair<const char*, const char*>>{
+             {"GNOME", "recent:///"},
+             {"ubuntu:GNOME", "recent:///"},
+             {"X-Cinnamon", "recent:///"},
+             {"MATE", "recent:///"},
+             {"KDE", ""},
+             {"XFCE", ""},
+             {"GNOME-Flashback", ""},
+             {"", ""},
+             {nullptr, ""},
+         }) {
+        Environment environment{{"HOME", "/h/ana"}};
+        if (desktop != nullptr) {
+            environment["XDG_CURRENT_DESKTOP"] = desktop;
+        }
+        EXPECT_EQ(FoldersWith(environment).RecentFilesView(), view) << (desktop ? desktop : "(unset)");
+    }
 }
 
 }  // namespace

@@ -60,11 +60,7 @@ public:
         ::tzset();
     }
     ~ScopedTimeZone() {
-        if (previous_) {
-            ::setenv("TZ", previous_->c_str(), 1);
-        } else {
-            ::unsetenv("TZ");
-        }
+        previous_ ? ::setenv("TZ", previous_->c_str(), 1) : ::unsetenv("TZ");
         ::tzset();
     }
     ScopedTimeZone(const ScopedTimeZone&) = delete;

@@ -74,16 +74,14 @@ inline std::string BuildLnk(const LnkParts& parts) {
             suffix_unicode = static_cast<std::uint32_t>(info.size());
             PutU16(info, 0);
         }
-        SetU32(info, 0, static_cast<std::uint32_t>(info.size()));
-        SetU32(info, 4, header);
-        SetU32(info, 8, parts.local_path ? 1 : 0);
-        SetU32(info, 12, volume);
-        SetU32(info, 16, base);
-        SetU32(info, 20, 0);
-        SetU32(info, 24, suffix);
-        if (unicode) {
-            SetU32(info, 28, base_unicode);
-            SetU32(info, 32, suffix_unicode);
+        // The header: size, header size, flags, then the offsets of the volume, the base path, the
+        // network part (none), the suffix and, with Unicode strings, their base path and suffix.
+        // clang-format off
+        const std::uint32_t fields[] = {static_cast<std::uint32_t>(info.size()), header, parts.local_path ? 1u : 0u,
+                                        volume, base, 0, suffix, base_unicode, suffix_unicode};
+        // clang-format on
+        for (std::size_t i = 0; i < header / 4; ++i) {
+            SetU32(info, 4 * i, fields[i]);
         }
         lnk += info;
     }

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "accesslog_fakes.h"
 #include "fake_clock.h"
@@ -22,27 +26,20 @@ std::size_t Count(const std::string& text, const std::string& what) {
 
 // ---- the month's length and its index ------------------------------------------------------
 
-struct MonthCase {
-    Date date;
-    int days;
-};
-
-class MonthIndex : public ::testing::TestWithParam<MonthCase> {};
-
-TEST_P(MonthIndex, HasOneLinkPerDayOfTheMonth) {
-    const auto& [date, days] = GetParam();
-    EXPECT_EQ(DiasDelMes(date), days);
-    const std::string head = EscribirCabeceraLog(date);
-    EXPECT_EQ(Count(head, "<a href='#DIA"), static_cast<std::size_t>(days));
-    EXPECT_NE(head.find("<a href='#DIA" + std::to_string(days) + "'>"), std::string::npos);
-    EXPECT_EQ(Count(head, "</a> | \r\n") + Count(head, "</a> - - \r\n"), static_cast<std::size_t>(days));
+TEST(MonthIndex, HasOneLinkPerDayOfTheMonth) {
+    const std::vector<std::pair<Date, int>> cases{{MakeDate(15, 2, 2024), 29}, {MakeDate(28, 2, 2023), 28},
+                                                  {MakeDate(1, 2, 2000), 29},  {MakeDate(1, 2, 1900), 28},
+                                                  {MakeDate(30, 4, 2024), 30}, {MakeDate(1, 3, 2024), 31},
+                                                  {MakeDate(31, 12, 2024), 31}};
+    for (const auto& [date, days] : cases) {
+        SCOPED_TRACE(FormatDate(date));
+        EXPECT_EQ(DiasDelMes(date), days);
+        const std::string head = EscribirCabeceraLog(date);
+        EXPECT_EQ(Count(head, "<a href='#DIA"), static_cast<std::size_t>(days));
+        EXPECT_NE(head.find("<a href='#DIA" + std::to_string(days) + "'>"), std::string::npos);
+        EXPECT_EQ(Count(head, "</a> | \r\n") + Count(head, "</a> - - \r\n"), static_cast<std::size_t>(days));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Table, MonthIndex,
-                         ::testing::Values(MonthCase{MakeDate(15, 2, 2024), 29}, MonthCase{MakeDate(28, 2, 2023), 28},
-                                           MonthCase{MakeDate(1, 2, 2000), 29}, MonthCase{MakeDate(1, 2, 1900), 28},
-                                           MonthCase{MakeDate(30, 4, 2024), 30}, MonthCase{MakeDate(1, 3, 2024), 31},
-                                           MonthCase{MakeDate(31, 12, 2024), 31}));
 
 // February 2015 begins on a Sunday and ends on a Saturday: the index starts with "- -".
 TEST(AccessPage, HeadOfAMonthByteForByte) {
@@ -64,26 +61,18 @@ TEST(AccessPage, DayHeadingNamesTheDayAndItsWeekday) {
     EXPECT_EQ(DayHeading(MakeDate(31, 3, 2024)), "<hr>\r\n<p><a name='DIA31'></a><b>DIA 31 (Domingo)</b></p>\r\n");
 }
 
-struct EntryCase {
-    const char* path;
-    const char* link;  // the second line
-};
-
-class EntryLines : public ::testing::TestWithParam<EntryCase> {};
-
-TEST_P(EntryLines, EscapeThePathInTextAndAddress) {
-    EXPECT_EQ(AccessEntryLines("09:05:07", GetParam().path),
-              std::string("09:05:07\r\n") + GetParam().link + "\r\n<br>\r\n");
+TEST(AccessPage, EntryLinesEscapeThePathInTextAndAddress) {
+    // clang-format off
+    const std::vector<std::pair<const char*, const char*>> cases{  // the path, and the second line
+        {"/home/ana/informe.odt", " <a href='file:///home/ana/informe.odt'>/home/ana/informe.odt</a>"},
+        {"C:\\Docs\\a b.txt", " <a href='file:///C:\\Docs\\a b.txt'>C:\\Docs\\a b.txt</a>"},
+        {"/tmp/o'neil & <b>.txt", " <a href='file:///tmp/o&#39;neil &amp; &lt;b&gt;.txt'>/tmp/o'neil &amp; &lt;b&gt;.txt</a>"},
+        {"/tmp/\"q\".txt", " <a href='file:///tmp/\"q\".txt'>/tmp/\"q\".txt</a>"}};
+    // clang-format on
+    for (const auto& [path, link] : cases) {
+        EXPECT_EQ(AccessEntryLines("09:05:07", path), std::string("09:05:07\r\n") + link + "\r\n<br>\r\n");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, EntryLines,
-    ::testing::Values(
-        EntryCase{"/home/ana/informe.odt", " <a href='file:///home/ana/informe.odt'>/home/ana/informe.odt</a>"},
-        EntryCase{"C:\\Docs\\a b.txt", " <a href='file:///C:\\Docs\\a b.txt'>C:\\Docs\\a b.txt</a>"},
-        EntryCase{"/tmp/o'neil & <b>.txt",
-                  " <a href='file:///tmp/o&#39;neil &amp; &lt;b&gt;.txt'>/tmp/o'neil &amp; &lt;b&gt;.txt</a>"},
-        EntryCase{"/tmp/\"q\".txt", " <a href='file:///tmp/\"q\".txt'>/tmp/\"q\".txt</a>"}));
 
 // ---- paths and the "Accesos" items ----------------------------------------------------------
 
@@ -107,8 +96,8 @@ TEST_F(AccesosMenu, PagePathIsYearMonthAndSpanishMonthName) {
 TEST_F(AccesosMenu, TodayWithoutAPageTellsTheUserAndCreatesNothing) {
     AbrirLogDeHoy(folder_.Paths(), clock_, dialogs_, shell_);
     ASSERT_EQ(dialogs_.Shown().size(), 1u);
-    EXPECT_EQ(dialogs_.Shown()[0].text, "Aún no existe un LOG para hoy.");
-    EXPECT_EQ(dialogs_.Shown()[0].icon, MsgIcon::Information);
+    const MessageBox& box = dialogs_.Shown()[0];
+    EXPECT_EQ(std::tie(box.text, box.icon), std::tuple("Aún no existe un LOG para hoy.", MsgIcon::Information));
     EXPECT_TRUE(shell_.opened.empty());
     EXPECT_FALSE(folder_.Exists("LOG/2024.03.MARZO.htm"));
 }
@@ -122,31 +111,30 @@ TEST_F(AccesosMenu, TodayOpensThisMonthsPage) {
                                                        folder_.Path("LOG/") + " | " + folder_.Folder()}));
 }
 
-struct RecentItemCase {
-    const char* view;
-    const char* folder;
-    const char* opened;  // "" when nothing is opened and the user is told
-};
-
-class RecentFolderItem : public AccesosMenu, public ::testing::WithParamInterface<RecentItemCase> {};
-
-TEST_P(RecentFolderItem, OpensTheDesktopViewElseTheFolder) {
-    shell_folders_.view = GetParam().view;
-    shell_folders_.recent = GetParam().folder;
-    AbrirCarpetaRecientes(folder_.Paths(), shell_folders_, shell_, dialogs_);
-    if (std::string(GetParam().opened).empty()) {
-        EXPECT_TRUE(shell_.opened.empty());
-        EXPECT_EQ(dialogs_.Texts(), std::vector<std::string>{"No se encuentra la carpeta de archivos recientes."});
-    } else {
-        EXPECT_EQ(shell_.opened, std::vector<std::string>{GetParam().opened + (" | " + folder_.Folder())});
-        EXPECT_TRUE(dialogs_.Shown().empty());
+// The desktop's view when there is one, else the folder; "" when nothing is opened and the user is told.
+TEST(RecentFolderItem, OpensTheDesktopViewElseTheFolder) {
+    const std::vector<std::array<const char*, 3>> cases{{"recent:///", "/h/.local/share", "recent:///"},
+                                                        {"", "/h/.local/share", "/h/.local/share/"},
+                                                        {"", "/h/Recent/", "/h/Recent/"},
+                                                        {"", "", ""}};
+    for (const auto& [view, recent, opened] : cases) {
+        SCOPED_TRACE(std::string(view) + " " + recent);
+        test::TempAppFolder folder;
+        test::ScriptedDialogs dialogs;
+        test::RecordingShellOpen shell;
+        test::FakeShellFolders shell_folders;
+        shell_folders.view = view;
+        shell_folders.recent = recent;
+        AbrirCarpetaRecientes(folder.Paths(), shell_folders, shell, dialogs);
+        if (std::string(opened).empty()) {
+            EXPECT_TRUE(shell.opened.empty());
+            EXPECT_EQ(dialogs.Texts(), std::vector<std::string>{"No se encuentra la carpeta de archivos recientes."});
+        } else {
+            EXPECT_EQ(shell.opened, std::vector<std::string>{opened + (" | " + folder.Folder())});
+            EXPECT_TRUE(dialogs.Shown().empty());
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Table, RecentFolderItem,
-                         ::testing::Values(RecentItemCase{"recent:///", "/h/.local/share", "recent:///"},
-                                           RecentItemCase{"", "/h/.local/share", "/h/.local/share/"},
-                                           RecentItemCase{"", "/h/Recent/", "/h/Recent/"}, RecentItemCase{"", "", ""}));
 
 }  // namespace
 }  // namespace vt

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "accesslog_fakes.h"
@@ -55,32 +56,26 @@ TEST_F(FolderSource, ListsShortcutsLinksAndPlainFilesWithTheirOwnTimes) {
     ASSERT_EQ(listing.outcome, RecentListingOutcome::Listed);
     std::sort(listing.files.begin(), listing.files.end(),
               [](const RecentFile& a, const RecentFile& b) { return a.modified < b.modified; });
-    struct Expected {
-        const char* name;
-        std::string target;
-        int second;
-    };
-    const std::vector<Expected> expected{{"informe.docx.LNK", "C:\\Users\\Ana\\informe.docx", 0},
-                                         {"roto.lnk", "", 1},
-                                         {"notas.txt", "", 2},
-                                         {"enlace", "/datos/x.pdf", 3},
-                                         {"relativo", Recent() + "/sub/y.txt", 4}};
-    ASSERT_EQ(listing.files.size(), expected.size()) << "the subfolder is no recent file";
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        const RecentFile& file = listing.files[i];
-        EXPECT_EQ(file.name, expected[i].name);
-        EXPECT_EQ(file.target, expected[i].target) << file.name;
-        EXPECT_EQ(file.link_path, Recent() + "/" + expected[i].name);
-        EXPECT_EQ(file.modified, MakeDateTime(MakeDate(15, 3, 2024), 9, 0, expected[i].second)) << file.name;
-        EXPECT_FALSE(file.vanished);
+    // name, target, link path, time, vanished
+    std::vector<std::tuple<std::string, std::string, std::string, DateTime, bool>> got;
+    for (const RecentFile& file : listing.files) {
+        got.emplace_back(file.name, file.target, file.link_path, file.modified, file.vanished);
     }
+    const auto at = [](int second) { return MakeDateTime(MakeDate(15, 3, 2024), 9, 0, second); };
+    const auto in = [this](const char* name) { return Recent() + "/" + name; };
+    // clang-format off
+    EXPECT_EQ(got, (decltype(got){  // the subfolder is no recent file
+        {"informe.docx.LNK", "C:\\Users\\Ana\\informe.docx", in("informe.docx.LNK"), at(0), false},
+        {"roto.lnk", "", in("roto.lnk"), at(1), false},
+        {"notas.txt", "", in("notas.txt"), at(2), false},
+        {"enlace", "/datos/x.pdf", in("enlace"), at(3), false},
+        {"relativo", Recent() + "/sub/y.txt", in("relativo"), at(4), false}}));
+    // clang-format on
 }
 
 TEST_F(FolderSource, AnEntryGoneSinceTheListingIsVanished) {
     const FolderEntry entry = ReadFolderEntry(Recent(), "borrado.lnk");
-    EXPECT_TRUE(entry.listed);
-    EXPECT_TRUE(entry.file.vanished);
-    EXPECT_EQ(entry.error, "");
+    EXPECT_EQ(std::tie(entry.listed, entry.file.vanished, entry.error), std::tuple(true, true, ""));
 }
 
 TEST_F(FolderSource, AMissingFolderIsNoSource) {

@@ -6,6 +6,7 @@
 #include <array>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "accesslog/access_pages.h"
@@ -40,12 +41,17 @@ std::string Head(int month) {
 
 const char* kBefore = "ANTES\r\n";  // what a page held before the run
 
-class RecentScan : public ::testing::Test {
-protected:
-    ScanOutcome Run(RecentFiles& source) {
+// One run's world; a fresh one for every case.
+struct Scene {
+    ScanOutcome Scan(RecentFiles& source) {
         return TratarArchivosRecientes(folder_.Paths(), settings_, clock_, dialogs_, busy_, source);
     }
-    ScanOutcome Run() { return Run(recent_); }
+    ScanOutcome Scan() { return Scan(recent_); }
+    // The last scan was at `last`, and this one starts at `now`.
+    void Window(const char* last, const char* now) {
+        settings_.UltimoAcceso = At(last);
+        clock_.Set(At(now));
+    }
     // Pages are Windows-1252: the bytes on disk are compared with the expected text converted.
     void ExpectPage(const std::string& name, const std::string& text) const {
         EXPECT_EQ(folder_.ReadFile("LOG/" + name), Utf8ToCp1252(text)) << name;
@@ -68,131 +74,84 @@ protected:
     Settings settings_;
 };
 
-// ---- what a run writes ----------------------------------------------------------------------
+class RecentScan : public ::testing::Test, public Scene {};
 
-struct PageExpected {
-    const char* file;
-    std::string text;  // the whole page afterwards; kBefore marks one that existed before the run
-};
+// ---- what a run writes ----------------------------------------------------------------------
 
 struct ScanCase {
     const char* name;
     const char* ultimo;
     const char* now;
     std::vector<std::array<const char*, 3>> files;  // modified, name, target ("" → /r/Recent/<name>)
-    std::vector<PageExpected> pages;                // every page in LOG afterwards
+    // Every page in LOG afterwards and its whole text; kBefore marks one that existed before the run.
+    std::vector<std::pair<const char*, std::string>> pages;
     int warnings = 0;
 };
 
-class ScanWrites : public RecentScan, public ::testing::WithParamInterface<ScanCase> {};
-
-TEST_P(ScanWrites, ThePages) {
-    const ScanCase& c = GetParam();
-    settings_.UltimoAcceso = At(c.ultimo);
-    clock_.Set(At(c.now));
-    for (const auto& [modified, name, target] : c.files) {
-        recent_.Add(name, target, At(modified), std::string("/r/Recent/") + name);
-    }
-    std::vector<std::string> names;
-    for (const auto& page : c.pages) {
-        if (page.text.starts_with(kBefore)) {
-            folder_.WriteFile(std::string("LOG/") + page.file, kBefore);
-        }
-        names.push_back(page.file);
-    }
-
-    EXPECT_EQ(Run(), ScanOutcome::Logged);
-
-    EXPECT_EQ(Pages(), names);
-    for (const auto& page : c.pages) {
-        ExpectPage(page.file, page.text);
-    }
-    EXPECT_EQ(static_cast<int>(dialogs_.Shown().size()), c.warnings);
-    EXPECT_EQ(settings_.UltimoAcceso, At(c.now));
-}
-
-const std::string kB = kBefore;
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, ScanWrites,
-    ::testing::Values(
-        ScanCase{
-            "TwoDaysInOneRun",
-            "13/03/2024 18:00",
-            "15/03/2024 10:00",
-            {{"14/03/2024 17:30", "b", "/d/b"}, {"14/03/2024 09:15", "a", "/d/a"}, {"15/03/2024 08:00", "c", "/d/c"}},
-            {{"2024.03.MARZO.htm", Head(3) + Heading("14", "Jueves") + Entry("09:15:00", "/d/a") +
-                                       Entry("17:30:00", "/d/b") + Heading("15", "Viernes") +
-                                       Entry("08:00:00", "/d/c")}}},
-        ScanCase{"MonthBoundaryCreatesTheNewPageWithItsHead",
-                 "31/03/2024 20:00",
-                 "01/04/2024 09:00",
-                 {{"01/04/2024 08:05:09", "x", "/d/x"}, {"31/03/2024 22:10", "y", "/d/y"}},
-                 {{"2024.03.MARZO.htm", kB + Entry("22:10:00", "/d/y")},
-                  {"2024.04.ABRIL.htm", Head(4) + Heading("01", "Lunes") + Entry("08:05:09", "/d/x")}}},
-        ScanCase{"SameDayAsThePreviousRunAddsNoHeading",
-                 "15/03/2024 09:00",
-                 "15/03/2024 09:05",
-                 {{"15/03/2024 09:02", "a", "/d/a"}},
-                 {{"2024.03.MARZO.htm", kB + Entry("09:02:00", "/d/a")}}},
-        ScanCase{"EmptyTargetIsLoggedUnderTheLinksOwnPath",
-                 "15/03/2024 09:00",
-                 "15/03/2024 09:05",
-                 {{"15/03/2024 09:03", "nota.lnk", ""}},
-                 {{"2024.03.MARZO.htm", kB + Entry("09:03:00", "/r/Recent/nota.lnk")}}},
-        ScanCase{"ThumbsAndDesktopIniSkippedInAnyCase",
-                 "15/03/2024 09:00",
-                 "15/03/2024 09:05",
-                 {{"15/03/2024 09:01", "thumbs.db", "/d/1"},
-                  {"15/03/2024 09:01", "Desktop.ini", "/d/2"},
-                  {"15/03/2024 09:01", "DESKTOP.INI", "/d/3"},
-                  {"15/03/2024 09:01", "Thumbs.db.lnk", "/d/4"}},
-                 {{"2024.03.MARZO.htm", kB + Entry("09:01:00", "/d/4")}}},
-        ScanCase{"FileAtTheLastScanIsTakenOneSecondEarlierIsNot",
-                 "15/03/2024 09:00",
-                 "15/03/2024 09:05",
-                 {{"15/03/2024 08:59:59", "a", "/d/earlier"}, {"15/03/2024 09:00", "b", "/d/exactly"}},
-                 {{"2024.03.MARZO.htm", kB + Entry("09:00:00", "/d/exactly")}}},
-        ScanCase{"FirstScanOfANewDayWithNoAccessesWritesTheHeading",
-                 "14/03/2024 17:00",
-                 "15/03/2024 08:00",
-                 {},
-                 {{"2024.03.MARZO.htm", kB + Heading("15", "Viernes")}}},
-        ScanCase{"FirstScanOfANewMonthWithNoAccessesStartsThePage",
-                 "31/03/2024 17:00",
-                 "01/04/2024 08:00",
-                 {},
-                 {{"2024.03.MARZO.htm", kB}, {"2024.04.ABRIL.htm", Head(4) + Heading("01", "Lunes")}}},
-        ScanCase{"IdenticalEntriesAreBothKept",
-                 "15/03/2024 09:00",
-                 "15/03/2024 09:05",
-                 {{"15/03/2024 09:04", "a", "/d/a"}, {"15/03/2024 09:04", "a", "/d/a"}},
-                 {{"2024.03.MARZO.htm", kB + Entry("09:04:00", "/d/a") + Entry("09:04:00", "/d/a")}}},
+TEST(RecentScanWrites, ThePages) {
+    const std::string kB = kBefore;
+    const char *kMarzo = "2024.03.MARZO.htm", *kDay = "15/03/2024 09:00", *kLater = "15/03/2024 09:05";
+    // clang-format off
+    const std::vector<ScanCase> cases{
+        {"TwoDaysInOneRun", "13/03/2024 18:00", "15/03/2024 10:00",
+         {{"14/03/2024 17:30", "b", "/d/b"}, {"14/03/2024 09:15", "a", "/d/a"}, {"15/03/2024 08:00", "c", "/d/c"}},
+         {{kMarzo, Head(3) + Heading("14", "Jueves") + Entry("09:15:00", "/d/a") + Entry("17:30:00", "/d/b") +
+                   Heading("15", "Viernes") + Entry("08:00:00", "/d/c")}}},
+        {"MonthBoundaryCreatesTheNewPageWithItsHead", "31/03/2024 20:00", "01/04/2024 09:00",
+         {{"01/04/2024 08:05:09", "x", "/d/x"}, {"31/03/2024 22:10", "y", "/d/y"}},
+         {{kMarzo, kB + Entry("22:10:00", "/d/y")},
+          {"2024.04.ABRIL.htm", Head(4) + Heading("01", "Lunes") + Entry("08:05:09", "/d/x")}}},
+        {"SameDayAsThePreviousRunAddsNoHeading", kDay, kLater, {{"15/03/2024 09:02", "a", "/d/a"}},
+         {{kMarzo, kB + Entry("09:02:00", "/d/a")}}},
+        {"EmptyTargetIsLoggedUnderTheLinksOwnPath", kDay, kLater, {{"15/03/2024 09:03", "nota.lnk", ""}},
+         {{kMarzo, kB + Entry("09:03:00", "/r/Recent/nota.lnk")}}},
+        {"ThumbsAndDesktopIniSkippedInAnyCase", kDay, kLater,
+         {{"15/03/2024 09:01", "thumbs.db", "/d/1"}, {"15/03/2024 09:01", "Desktop.ini", "/d/2"},
+          {"15/03/2024 09:01", "DESKTOP.INI", "/d/3"}, {"15/03/2024 09:01", "Thumbs.db.lnk", "/d/4"}},
+         {{kMarzo, kB + Entry("09:01:00", "/d/4")}}},
+        {"FileAtTheLastScanIsTakenOneSecondEarlierIsNot", kDay, kLater,
+         {{"15/03/2024 08:59:59", "a", "/d/earlier"}, {"15/03/2024 09:00", "b", "/d/exactly"}},
+         {{kMarzo, kB + Entry("09:00:00", "/d/exactly")}}},
+        {"FirstScanOfANewDayWithNoAccessesWritesTheHeading", "14/03/2024 17:00", "15/03/2024 08:00", {},
+         {{kMarzo, kB + Heading("15", "Viernes")}}},
+        {"FirstScanOfANewMonthWithNoAccessesStartsThePage", "31/03/2024 17:00", "01/04/2024 08:00", {},
+         {{kMarzo, kB}, {"2024.04.ABRIL.htm", Head(4) + Heading("01", "Lunes")}}},
+        {"IdenticalEntriesAreBothKept", kDay, kLater, {{"15/03/2024 09:04", "a", "/d/a"}, {"15/03/2024 09:04", "a", "/d/a"}},
+         {{kMarzo, kB + Entry("09:04:00", "/d/a") + Entry("09:04:00", "/d/a")}}},
         // Yesterday's entries go under yesterday's heading; as no heading was written, today's is.
-        ScanCase{"RunAcrossMidnightWithOnlyYesterdaysFiles",
-                 "14/03/2024 23:58",
-                 "15/03/2024 00:03",
-                 {{"14/03/2024 23:59:30", "a", "/d/a"}},
-                 {{"2024.03.MARZO.htm", kB + Entry("23:59:30", "/d/a") + Heading("15", "Viernes")}}},
-        ScanCase{"LastSecondOfTodayIsLoggedMidnightIsWarnedAbout",
-                 "15/03/2024 09:00",
-                 "15/03/2024 09:05",
-                 {{"15/03/2024 23:59:59", "a", "/d/tonight"}, {"16/03/2024 00:00", "b", "/d/tomorrow"}},
-                 {{"2024.03.MARZO.htm", kB + Entry("23:59:59", "/d/tonight")}},
-                 1},
-        ScanCase{"AccentsAndMarkupInAPath",
-                 "12/03/2024 09:00",
-                 "13/03/2024 09:30",
-                 {{"13/03/2024 09:01", "x", "/d/año & <b>'s"}},
-                 {{"2024.03.MARZO.htm", Head(3) + Heading("13", "Miércoles") +
-                                            "09:01:00\r\n <a href='file:///d/año &amp; &lt;b&gt;&#39;s'>/d/año "
-                                            "&amp; &lt;b&gt;'s</a>\r\n<br>\r\n"}}},
-        ScanCase{"NothingNewOnTheSameDayWritesNothing",
-                 "15/03/2024 09:00",
-                 "15/03/2024 09:05",
-                 {{"15/03/2024 08:00", "a", "/d/old"}},
-                 {}}),
-    [](const auto& row) { return std::string(row.param.name); });
+        {"RunAcrossMidnightWithOnlyYesterdaysFiles", "14/03/2024 23:58", "15/03/2024 00:03",
+         {{"14/03/2024 23:59:30", "a", "/d/a"}}, {{kMarzo, kB + Entry("23:59:30", "/d/a") + Heading("15", "Viernes")}}},
+        {"LastSecondOfTodayIsLoggedMidnightIsWarnedAbout", kDay, kLater,
+         {{"15/03/2024 23:59:59", "a", "/d/tonight"}, {"16/03/2024 00:00", "b", "/d/tomorrow"}},
+         {{kMarzo, kB + Entry("23:59:59", "/d/tonight")}}, 1},
+        {"AccentsAndMarkupInAPath", "12/03/2024 09:00", "13/03/2024 09:30", {{"13/03/2024 09:01", "x", "/d/año & <b>'s"}},
+         {{kMarzo, Head(3) + Heading("13", "Miércoles") +
+                   "09:01:00\r\n <a href='file:///d/año &amp; &lt;b&gt;&#39;s'>/d/año &amp; &lt;b&gt;'s</a>\r\n<br>\r\n"}}},
+        {"NothingNewOnTheSameDayWritesNothing", kDay, kLater, {{"15/03/2024 08:00", "a", "/d/old"}}, {}}};
+    // clang-format on
+    for (const ScanCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        Scene s;
+        s.Window(c.ultimo, c.now);
+        for (const auto& [modified, name, target] : c.files) {
+            s.recent_.Add(name, target, At(modified), std::string("/r/Recent/") + name);
+        }
+        std::vector<std::string> names;
+        for (const auto& [file, text] : c.pages) {
+            if (text.starts_with(kBefore)) {
+                s.folder_.WriteFile(std::string("LOG/") + file, kBefore);
+            }
+            names.push_back(file);
+        }
+        EXPECT_EQ(s.Scan(), ScanOutcome::Logged);
+        EXPECT_EQ(s.Pages(), names);
+        for (const auto& [file, text] : c.pages) {
+            s.ExpectPage(file, text);
+        }
+        EXPECT_EQ(static_cast<int>(s.dialogs_.Shown().size()), c.warnings);
+        EXPECT_EQ(s.settings_.UltimoAcceso, At(c.now));
+    }
+}
 
 // ---- the state it leaves and the messages it gives -----------------------------------------
 
@@ -201,7 +160,7 @@ TEST_F(RecentScan, StoresTheStartOfTheRunAsTheLastScan) {
     clock_.Set(At("15/03/2024 10:00"));
     recent_.Add("a", "/d/a", At("15/03/2024 09:59"));
     recent_.on_list = [this] { clock_.AdvanceSeconds(40); };  // the run takes time
-    EXPECT_EQ(Run(), ScanOutcome::Logged);
+    EXPECT_EQ(Scan(), ScanOutcome::Logged);
     EXPECT_EQ(settings_.UltimoAcceso, At("15/03/2024 10:00"));
     EXPECT_EQ(folder_.ReadFile("VendrakoTimer.ini"),
               "[JORNADA]\r\nFECHA=15-03-24\r\n\r\n[ACCESOS]\r\nULTIMO=15/03/2024 10:00:00\r\n");
@@ -209,12 +168,11 @@ TEST_F(RecentScan, StoresTheStartOfTheRunAsTheLastScan) {
 }
 
 TEST_F(RecentScan, FutureFileIsWarnedAboutAtEveryRunAndNeverLogged) {
-    settings_.UltimoAcceso = At("15/03/2024 09:00");
-    clock_.Set(At("15/03/2024 09:05"));
+    Window("15/03/2024 09:00", "15/03/2024 09:05");
     recent_.Add("plan.lnk", "", At("20/03/2024 08:07:06"), "/r/Recent/plan.lnk");
-    Run();
+    Scan();
     clock_.AdvanceMinutes(5);
-    Run();
+    Scan();
     ASSERT_EQ(dialogs_.Shown().size(), 2u);
     EXPECT_EQ(dialogs_.Shown()[0].text,
               "Se ha detectado un acceso a un fichero posterior al día de hoy:\r\n\r\n/r/Recent/plan.lnk\r\n\r\n"
@@ -225,14 +183,13 @@ TEST_F(RecentScan, FutureFileIsWarnedAboutAtEveryRunAndNeverLogged) {
 }
 
 TEST_F(RecentScan, UnwritablePageStopsTheRunAndKeepsWhatWasWritten) {
-    settings_.UltimoAcceso = At("28/02/2024 18:00");
-    clock_.Set(At("02/03/2024 09:00"));
+    Window("28/02/2024 18:00", "02/03/2024 09:00");
     recent_.Add("a", "/d/feb", At("29/02/2024 10:00"));
     recent_.Add("b", "/d/mar1", At("01/03/2024 10:00"));
     recent_.Add("c", "/d/mar2", At("02/03/2024 08:00"));
     std::filesystem::create_directories(folder_.Path("LOG/2024.03.MARZO.htm"));
 
-    EXPECT_EQ(Run(), ScanOutcome::Stopped);
+    EXPECT_EQ(Scan(), ScanOutcome::Stopped);
 
     ExpectPage("2024.02.FEBRERO.htm", Head(2) + Heading("29", "Jueves") + Entry("10:00:00", "/d/feb"));
     ASSERT_EQ(dialogs_.Shown().size(), 1u);
@@ -243,21 +200,19 @@ TEST_F(RecentScan, UnwritablePageStopsTheRunAndKeepsWhatWasWritten) {
 }
 
 TEST_F(RecentScan, VanishedFileIsSkippedSilently) {
-    settings_.UltimoAcceso = At("15/03/2024 09:00");
-    clock_.Set(At("15/03/2024 09:05"));
+    Window("15/03/2024 09:00", "15/03/2024 09:05");
     recent_.Add("gone.lnk", "/d/gone", At("15/03/2024 09:01"));
     recent_.listing.files.back().vanished = true;
     recent_.Add("here.lnk", "/d/here", At("15/03/2024 09:02"));
-    EXPECT_EQ(Run(), ScanOutcome::Logged);
+    EXPECT_EQ(Scan(), ScanOutcome::Logged);
     ExpectPage("2024.03.MARZO.htm", Head(3) + Entry("09:02:00", "/d/here"));
     EXPECT_TRUE(dialogs_.Shown().empty());
 }
 
 TEST_F(RecentScan, NoSourceDoesNothingAtAll) {
-    settings_.UltimoAcceso = At("14/03/2024 09:00");
-    clock_.Set(At("15/03/2024 09:05"));
+    Window("14/03/2024 09:00", "15/03/2024 09:05");
     recent_.listing.outcome = RecentListingOutcome::NoSource;
-    EXPECT_EQ(Run(), ScanOutcome::NoSource);
+    EXPECT_EQ(Scan(), ScanOutcome::NoSource);
     EXPECT_TRUE(dialogs_.Shown().empty());
     EXPECT_FALSE(folder_.Exists("LOG")) << "not even the day's heading";
     EXPECT_EQ(settings_.UltimoAcceso, At("14/03/2024 09:00"));
@@ -268,10 +223,9 @@ TEST_F(RecentScan, NoSourceDoesNothingAtAll) {
 TEST_F(RecentScan, DamagedListLogsNothingUntilItReadsAgain) {
     test::ScopedTimeZone zone("UTC0");
     XbelRecentFiles xbel(folder_.Path("Recent/recently-used.xbel"));
-    settings_.UltimoAcceso = At("15/03/2024 09:00");
-    clock_.Set(At("15/03/2024 09:05"));
+    Window("15/03/2024 09:00", "15/03/2024 09:05");
     folder_.WriteFile("Recent/recently-used.xbel", std::string("\xFF\xFE<\0x\0", 6));
-    EXPECT_EQ(Run(xbel), ScanOutcome::Stopped);
+    EXPECT_EQ(Scan(xbel), ScanOutcome::Stopped);
     ASSERT_EQ(dialogs_.Shown().size(), 1u);
     EXPECT_NE(dialogs_.Shown()[0].text.find("no está codificado en UTF-8"), std::string::npos);
     EXPECT_FALSE(folder_.Exists("LOG/2024.03.MARZO.htm"));
@@ -281,7 +235,7 @@ TEST_F(RecentScan, DamagedListLogsNothingUntilItReadsAgain) {
                       "<xbel><bookmark href='file:///d/a' modified='2024-03-15T09:01:00Z'/>\n"
                       "<bookmark href='file:///d/b' modified='2024-03-15T09:07:00Z'/></xbel>\n");
     clock_.Set(At("15/03/2024 09:10"));
-    EXPECT_EQ(Run(xbel), ScanOutcome::Logged);
+    EXPECT_EQ(Scan(xbel), ScanOutcome::Logged);
     ExpectPage("2024.03.MARZO.htm", Head(3) + Entry("09:01:00", "/d/a") + Entry("09:07:00", "/d/b"));
 }
 
@@ -295,9 +249,8 @@ TEST_F(RecentScan, FromAFolderOfShortcuts) {
         ASSERT_FALSE(SetFileModifiedTime(folder_.Path("Recent/" + name), FileTime{time}));
     }
     FolderRecentFiles source(folder_.Path("Recent"));
-    settings_.UltimoAcceso = At("15/03/2024 09:00");
-    clock_.Set(At("15/03/2024 09:05"));
-    EXPECT_EQ(Run(source), ScanOutcome::Logged);
+    Window("15/03/2024 09:00", "15/03/2024 09:05");
+    EXPECT_EQ(Scan(source), ScanOutcome::Logged);
     ExpectPage("2024.03.MARZO.htm", Head(3) + Entry("09:02:00", folder_.Path("Recent/nota.txt")));
 }
 

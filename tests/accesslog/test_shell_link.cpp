@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "lnk_builder.h"
 
@@ -18,42 +21,23 @@ LnkParts With(void (*change)(LnkParts&)) {
     return parts;
 }
 
-struct LinkCase {
-    const char* name;
-    LnkParts parts;
-    std::string target;
-};
-
-class ShellLinkTarget : public ::testing::TestWithParam<LinkCase> {};
-
-TEST_P(ShellLinkTarget, IsTheLocalBasePath) {
-    EXPECT_EQ(ReadShellLinkTarget(BuildLnk(GetParam().parts)), GetParam().target);
+TEST(ShellLinkTarget, IsTheLocalBasePath) {
+    // clang-format off
+    const std::vector<std::tuple<const char*, LnkParts, std::string>> cases{
+        {"WithTargetIdList", LnkParts{}, "C:\\Users\\Ana\\informe.docx"},
+        {"WithoutTargetIdList", With([](LnkParts& s) { s.id_list = false; }), "C:\\Users\\Ana\\informe.docx"},
+        {"AnsiIsWindows1252", With([](LnkParts& s) { s.base = "C:\\A\xF1o\\caf\xE9.txt"; }), "C:\\Año\\café.txt"},
+        {"SuffixIsAppended", With([](LnkParts& s) { s.base = "C:\\Datos\\"; s.suffix = "actas.pdf"; }), "C:\\Datos\\actas.pdf"},
+        {"UnicodeStringsWin", With([](LnkParts& s) { s.base = "C:\\????.txt"; s.unicode_base = u"C:\\\u65E5\u672C\U0001F600.txt"; }), "C:\\日本😀.txt"},
+        {"UnpairedSurrogateBecomesReplacement",
+         With([](LnkParts& s) { s.unicode_base = std::u16string(u"C:\\x") + char16_t(0xD800) + u"y"; }), "C:\\x\uFFFDy"},
+        {"NoLinkInfo", With([](LnkParts& s) { s.link_info = false; }), ""},
+        {"NoLocalPath", With([](LnkParts& s) { s.local_path = false; }), ""}};
+    // clang-format on
+    for (const auto& [name, parts, target] : cases) {
+        EXPECT_EQ(ReadShellLinkTarget(BuildLnk(parts)), target) << name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, ShellLinkTarget,
-    ::testing::Values(LinkCase{"WithTargetIdList", LnkParts{}, "C:\\Users\\Ana\\informe.docx"},
-                      LinkCase{"WithoutTargetIdList", With([](LnkParts& s) { s.id_list = false; }),
-                               "C:\\Users\\Ana\\informe.docx"},
-                      LinkCase{"AnsiIsWindows1252", With([](LnkParts& s) { s.base = "C:\\A\xF1o\\caf\xE9.txt"; }),
-                               "C:\\Año\\café.txt"},
-                      LinkCase{"SuffixIsAppended", With([](LnkParts& s) {
-                                   s.base = "C:\\Datos\\";
-                                   s.suffix = "actas.pdf";
-                               }),
-                               "C:\\Datos\\actas.pdf"},
-                      LinkCase{"UnicodeStringsWin", With([](LnkParts& s) {
-                                   s.base = "C:\\????.txt";
-                                   s.unicode_base = u"C:\\\u65E5\u672C\U0001F600.txt";
-                               }),
-                               "C:\\日本😀.txt"},
-                      LinkCase{"UnpairedSurrogateBecomesReplacement", With([](LnkParts& s) {
-                                   s.unicode_base = std::u16string(u"C:\\x") + char16_t(0xD800) + u"y";
-                               }),
-                               "C:\\x\uFFFDy"},
-                      LinkCase{"NoLinkInfo", With([](LnkParts& s) { s.link_info = false; }), ""},
-                      LinkCase{"NoLocalPath", With([](LnkParts& s) { s.local_path = false; }), ""}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 // A shortcut cut short anywhere gives no target (the link information is bounded by its own
 // size), or the whole one once the link information is complete; never a crash.
@@ -69,29 +53,23 @@ TEST(ShellLinkTargetDamaged, CutAtEveryLength) {
     }
 }
 
-struct DamageCase {
-    const char* name;
-    std::size_t at;  // offset from the start of the link information (76 with no ID list)
-    std::uint32_t value;
-};
-
-class ShellLinkBadField : public ::testing::TestWithParam<DamageCase> {};
-
-TEST_P(ShellLinkBadField, GivesNoTarget) {
-    LnkParts parts;
-    parts.id_list = false;
-    std::string lnk = BuildLnk(parts);
-    test::SetU32(lnk, GetParam().at, GetParam().value);
-    EXPECT_EQ(ReadShellLinkTarget(lnk), "");
+TEST(ShellLinkBadField, GivesNoTarget) {
+    // The offset counts from the start of the link information (76 with no ID list).
+    const std::vector<std::tuple<const char*, std::size_t, std::uint32_t>> cases{
+        {"HeaderSize", 0, 0x4D},
+        {"Clsid", 4, 0},
+        {"InfoLongerThanFile", 76, 0xFFFFFFF0},
+        {"InfoHeaderTooShort", 76 + 4, 0x10},
+        {"BaseOutsideInfo", 76 + 16, 0x7FFFFFFF},
+        {"InfoEndsInsideBase", 76, 60}};
+    for (const auto& [name, at, value] : cases) {
+        LnkParts parts;
+        parts.id_list = false;
+        std::string lnk = BuildLnk(parts);
+        test::SetU32(lnk, at, value);
+        EXPECT_EQ(ReadShellLinkTarget(lnk), "") << name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Table, ShellLinkBadField,
-                         ::testing::Values(DamageCase{"HeaderSize", 0, 0x4D}, DamageCase{"Clsid", 4, 0},
-                                           DamageCase{"InfoLongerThanFile", 76, 0xFFFFFFF0},
-                                           DamageCase{"InfoHeaderTooShort", 76 + 4, 0x10},
-                                           DamageCase{"BaseOutsideInfo", 76 + 16, 0x7FFFFFFF},
-                                           DamageCase{"InfoEndsInsideBase", 76, 60}),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ShellLinkTargetDamaged, IdListReachingPastTheEnd) {
     std::string lnk = BuildLnk(LnkParts{});

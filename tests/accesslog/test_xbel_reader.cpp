@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "accesslog_fakes.h"
 #include "temp_app_folder.h"
@@ -58,79 +60,61 @@ TEST_F(XbelTest, GoodListGivesDecodedLocalPathsAndLocalTimes) {
     EXPECT_EQ(list.bookmarks[2].used, At(15, 3, 2024, 9, 0, 0));
 }
 
-struct TimeCase {
-    const char* name;
-    const char* attributes;
-    std::optional<DateTime> used;  // nothing: the bookmark is left out
-};
-
-class XbelTimes : public XbelTest, public ::testing::WithParamInterface<TimeCase> {};
-
-TEST_P(XbelTimes, AreTheLaterOfModifiedAndVisitedInLocalTime) {
-    const XbelList list =
-        ParseRecentlyUsedXbel(std::string("<xbel><bookmark href='file:///a' ") + GetParam().attributes + "/></xbel>");
-    ASSERT_EQ(list.problem, XbelProblem::None);
-    if (!GetParam().used) {
-        EXPECT_TRUE(list.bookmarks.empty());
-        return;
+TEST_F(XbelTest, TimesAreTheLaterOfModifiedAndVisitedInLocalTime) {
+    const std::optional<DateTime> out;  // the bookmark is left out
+    // clang-format off
+    const std::vector<std::tuple<const char*, const char*, std::optional<DateTime>>> cases{
+        {"ModifiedOnly", "modified='2024-01-10T12:00:00Z'", At(10, 1, 2024, 13, 0, 0)},
+        {"VisitedLater", "modified='2024-01-10T12:00:00Z' visited='2024-01-10T12:00:01Z'", At(10, 1, 2024, 13, 0, 1)},
+        {"ModifiedLater", "modified='2024-01-10T12:00:02Z' visited='2024-01-10T12:00:01Z'", At(10, 1, 2024, 13, 0, 2)},
+        {"UnreadableModified", "modified='ayer' visited='2024-01-10T12:00:01Z'", At(10, 1, 2024, 13, 0, 1)},
+        {"AddedWhenNothingElse", "added='2024-01-10T08:00:00Z'", At(10, 1, 2024, 9, 0, 0)},
+        {"NoTimeAtAll", "added='x'", out},
+        {"NoSuchDay", "modified='2024-02-30T08:00:00Z'", out},
+        {"NoZone", "modified='2024-01-10T08:00:00'", out},
+        {"LastSecondOfWinterTime", "modified='2024-03-31T00:59:59Z'", At(31, 3, 2024, 1, 59, 59)},
+        {"FirstSecondOfSummerTime", "modified='2024-03-31T01:00:00Z'", At(31, 3, 2024, 3, 0, 0)},
+        {"RepeatedHourInAutumn", "modified='2024-10-27T01:30:00Z'", At(27, 10, 2024, 2, 30, 0)}};
+    // clang-format on
+    for (const auto& [name, attributes, used] : cases) {
+        SCOPED_TRACE(name);
+        const XbelList list =
+            ParseRecentlyUsedXbel(std::string("<xbel><bookmark href='file:///a' ") + attributes + "/></xbel>");
+        ASSERT_EQ(list.problem, XbelProblem::None);
+        if (!used) {
+            EXPECT_TRUE(list.bookmarks.empty());
+            continue;
+        }
+        ASSERT_EQ(list.bookmarks.size(), 1u);
+        EXPECT_EQ(list.bookmarks[0].used, *used);
     }
-    ASSERT_EQ(list.bookmarks.size(), 1u);
-    EXPECT_EQ(list.bookmarks[0].used, *GetParam().used);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Table, XbelTimes,
-    ::testing::Values(TimeCase{"ModifiedOnly", "modified='2024-01-10T12:00:00Z'", At(10, 1, 2024, 13, 0, 0)},
-                      TimeCase{"VisitedLater", "modified='2024-01-10T12:00:00Z' visited='2024-01-10T12:00:01Z'",
-                               At(10, 1, 2024, 13, 0, 1)},
-                      TimeCase{"ModifiedLater", "modified='2024-01-10T12:00:02Z' visited='2024-01-10T12:00:01Z'",
-                               At(10, 1, 2024, 13, 0, 2)},
-                      TimeCase{"UnreadableModified", "modified='ayer' visited='2024-01-10T12:00:01Z'",
-                               At(10, 1, 2024, 13, 0, 1)},
-                      TimeCase{"AddedWhenNothingElse", "added='2024-01-10T08:00:00Z'", At(10, 1, 2024, 9, 0, 0)},
-                      TimeCase{"NoTimeAtAll", "added='x'", std::nullopt},
-                      TimeCase{"NoSuchDay", "modified='2024-02-30T08:00:00Z'", std::nullopt},
-                      TimeCase{"NoZone", "modified='2024-01-10T08:00:00'", std::nullopt},
-                      TimeCase{"LastSecondOfWinterTime", "modified='2024-03-31T00:59:59Z'", At(31, 3, 2024, 1, 59, 59)},
-                      TimeCase{"FirstSecondOfSummerTime", "modified='2024-03-31T01:00:00Z'", At(31, 3, 2024, 3, 0, 0)},
-                      TimeCase{"RepeatedHourInAutumn", "modified='2024-10-27T01:30:00Z'", At(27, 10, 2024, 2, 30, 0)}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-struct ProblemCase {
-    const char* name;
-    std::string bytes;
-    XbelProblem problem;
-};
-
-class XbelProblems : public XbelTest, public ::testing::WithParamInterface<ProblemCase> {};
-
-TEST_P(XbelProblems, AreRecognised) {
-    const XbelList list = ParseRecentlyUsedXbel(GetParam().bytes);
-    EXPECT_EQ(list.problem, GetParam().problem);
-    EXPECT_TRUE(list.bookmarks.empty());
+TEST_F(XbelTest, ProblemsAreRecognised) {
+    const std::string one = "<bookmark href='file:///a' modified='2024-01-10T12:00:00Z'/>";
+    using P = XbelProblem;
+    // clang-format off
+    const std::vector<std::tuple<const char*, std::string, XbelProblem>> cases{
+        {"Empty", "", P::Truncated},
+        {"OnlyTheDeclaration", "<?xml version='1.0'?>\n", P::Truncated},
+        {"Latin1Bytes", "<xbel><bookmark href='file:///a\xF1o' modified='2024-01-10T12:00:00Z'/></xbel>", P::NotUtf8},
+        {"Utf16", std::string("\xFF\xFE<\0x\0b\0e\0l\0/\0>\0", 14), P::NotUtf8},
+        {"CrossedTags", "<xbel><info>" + one + "</xbel></info>", P::Malformed},
+        {"UnknownEntity", "<xbel><bookmark href='file:///a&nbsp;b'/></xbel>", P::Malformed},
+        {"UnquotedValue", "<xbel><bookmark href=file:///a/></xbel>", P::Malformed},
+        {"TextOutsideTheRoot", "hola<xbel/>", P::Malformed},
+        {"TwoRoots", "<xbel/><xbel/>", P::Malformed},
+        {"SameAttributeTwice", "<xbel><bookmark href='file:///a' href='file:///b'/></xbel>", P::Malformed},
+        {"OtherRoot", "<html>" + one + "</html>", P::NotXbel},
+        {"NoBookmarks", "<?xml version='1.0'?>\n<xbel version='1.0'>\n</xbel>\n", P::None},
+        {"EmptyRoot", "\xEF\xBB\xBF<xbel/>", P::None}};
+    // clang-format on
+    for (const auto& [name, bytes, problem] : cases) {
+        const XbelList list = ParseRecentlyUsedXbel(bytes);
+        EXPECT_EQ(list.problem, problem) << name;
+        EXPECT_TRUE(list.bookmarks.empty()) << name;
+    }
 }
-
-const char* kOne = "<bookmark href='file:///a' modified='2024-01-10T12:00:00Z'/>";
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, XbelProblems,
-    ::testing::Values(
-        ProblemCase{"Empty", "", XbelProblem::Truncated},
-        ProblemCase{"OnlyTheDeclaration", "<?xml version='1.0'?>\n", XbelProblem::Truncated},
-        ProblemCase{"Latin1Bytes", "<xbel><bookmark href='file:///a\xF1o' modified='2024-01-10T12:00:00Z'/></xbel>",
-                    XbelProblem::NotUtf8},
-        ProblemCase{"Utf16", std::string("\xFF\xFE<\0x\0b\0e\0l\0/\0>\0", 14), XbelProblem::NotUtf8},
-        ProblemCase{"CrossedTags", std::string("<xbel><info>") + kOne + "</xbel></info>", XbelProblem::Malformed},
-        ProblemCase{"UnknownEntity", "<xbel><bookmark href='file:///a&nbsp;b'/></xbel>", XbelProblem::Malformed},
-        ProblemCase{"UnquotedValue", "<xbel><bookmark href=file:///a/></xbel>", XbelProblem::Malformed},
-        ProblemCase{"TextOutsideTheRoot", "hola<xbel/>", XbelProblem::Malformed},
-        ProblemCase{"TwoRoots", "<xbel/><xbel/>", XbelProblem::Malformed},
-        ProblemCase{"SameAttributeTwice", "<xbel><bookmark href='file:///a' href='file:///b'/></xbel>",
-                    XbelProblem::Malformed},
-        ProblemCase{"OtherRoot", std::string("<html>") + kOne + "</html>", XbelProblem::NotXbel},
-        ProblemCase{"NoBookmarks", "<?xml version='1.0'?>\n<xbel version='1.0'>\n</xbel>\n", XbelProblem::None},
-        ProblemCase{"EmptyRoot", "\xEF\xBB\xBF<xbel/>", XbelProblem::None}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 // Wherever the writer was cut off, the list reads as truncated, never as a shorter good list.
 TEST_F(XbelTest, EveryCutOfTheListIsTruncated) {
@@ -155,11 +139,9 @@ TEST_F(XbelFile, ListsEachLocalBookmarkAsARecentFile) {
     ASSERT_EQ(listing.outcome, RecentListingOutcome::Listed);
     ASSERT_EQ(listing.files.size(), 3u);
     const RecentFile& first = listing.files[0];
-    EXPECT_EQ(first.name, "año+1.txt");
-    EXPECT_EQ(first.target, "/home/ana/Mis documentos/año+1.txt");
-    EXPECT_EQ(first.link_path, "file:///home/ana/Mis%20documentos/a%C3%B1o%2B1.txt");
-    EXPECT_EQ(first.modified, At(15, 3, 2024, 11, 0, 0));
-    EXPECT_FALSE(first.vanished);
+    EXPECT_EQ(std::tie(first.name, first.target, first.link_path, first.modified, first.vanished),
+              std::tuple("año+1.txt", "/home/ana/Mis documentos/año+1.txt",
+                         "file:///home/ana/Mis%20documentos/a%C3%B1o%2B1.txt", At(15, 3, 2024, 11, 0, 0), false));
 }
 
 TEST_F(XbelFile, NoListIsNoSource) {

@@ -33,8 +33,7 @@ TEST(XdgShellFolders, FollowTheBaseDirectoryRules) {
              {{{"HOME", "/h/ana"}, {"XDG_CONFIG_HOME", "/c"}}, 7, "/c/autostart"},
              {{{"HOME", "/h/ana"}}, 7, "/h/ana/.config/autostart"},
              {{}, 7, ""},
-             {{{"HOME", "/h/ana"}}, 5, ""},
-         }) {
+             {{{"HOME", "/h/ana"}}, 5, ""}}) {
         EXPECT_EQ(FoldersWith(environment).CarpetaEspecial(number), folder)
             << number << (environment.empty() ? " without HOME" : " HOME=" + environment.begin()->second);
     }
@@ -44,17 +43,15 @@ TEST(XdgShellFolders, FollowTheBaseDirectoryRules) {
 
 // The desktop's own view of the recent files is offered where its file manager knows it.
 TEST(XdgShellFolders, RecentFilesViewFollowsTheDesktop) {
-    for (const auto& [desktop, view] : std::vector<std::pair<const char*, const char*>>{
-             {"GNOME", "recent:///"},
-             {"ubuntu:GNOME", "recent:///"},
-             {"X-Cinnamon", "recent:///"},
-             {"MATE", "recent:///"},
-             {"KDE", ""},
-             {"XFCE", ""},
-             {"GNOME-Flashback", ""},
-             {"", ""},
-             {nullptr, ""},
-         }) {
+    for (const auto& [desktop, view] : std::vector<std::pair<const char*, const char*>>{{"GNOME", "recent:///"},
+                                                                                        {"ubuntu:GNOME", "recent:///"},
+                                                                                        {"X-Cinnamon", "recent:///"},
+                                                                                        {"MATE", "recent:///"},
+                                                                                        {"KDE", ""},
+                                                                                        {"XFCE", ""},
+                                                                                        {"GNOME-Flashback", ""},
+                                                                                        {"", ""},
+                                                                                        {nullptr, ""}}) {
         Environment environment{{"HOME", "/h/ana"}};
         if (desktop != nullptr) {
             environment["XDG_CURRENT_DESKTOP"] = desktop;

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "platform/shell_folders.h"
@@ -25,39 +27,33 @@ private:
     std::string startup_;
 };
 
+// The names in a folder, sorted; none when it does not exist.
 std::vector<std::string> FolderListing(const std::string& folder) {
     std::vector<std::string> names;
-    if (!fs::exists(folder)) {
-        return names;
-    }
-    for (const auto& entry : fs::directory_iterator(folder)) {
+    std::error_code ec;
+    for (const auto& entry : fs::directory_iterator(folder, ec)) {
         names.push_back(entry.path().filename().string());
     }
     std::sort(names.begin(), names.end());
     return names;
 }
 
-struct ExecCase {
-    const char* path;
-    const char* exec;
-};
-
-class ExecQuoting : public ::testing::TestWithParam<ExecCase> {};
-
-TEST_P(ExecQuoting, FollowsTheDesktopEntryRules) {
-    EXPECT_EQ(DesktopExecValue(GetParam().path), GetParam().exec);
+TEST(ExecQuoting, FollowsTheDesktopEntryRules) {
+    // clang-format off
+    const std::vector<std::pair<const char*, const char*>> cases{
+        {"/opt/vt/VendrakoTimer", "/opt/vt/VendrakoTimer"},
+        {"/home/ana/mis cosas/VendrakoTimer", "\"/home/ana/mis cosas/VendrakoTimer\""},
+        // "$" is escaped for the quoting, and that backslash again as a string.
+        {"/home/ana/a b/$x/VT", "\"/home/ana/a b/\\\\$x/VT\""},
+        {"/tmp/a\"b/VT", "\"/tmp/a\\\\\"b/VT\""}, {"/tmp/a`b/VT", "\"/tmp/a\\\\`b/VT\""},
+        {"/tmp/a\\b/VT", "\"/tmp/a\\\\\\\\b/VT\""}, {"/tmp/(1)/VT", "\"/tmp/(1)/VT\""},
+        {"/tmp/it's/VT", "\"/tmp/it's/VT\""}, {"/tmp/100%/VT", "/tmp/100%%/VT"},
+        {"/tmp/a b/100%/VT", "\"/tmp/a b/100%%/VT\""}};
+    // clang-format on
+    for (const auto& [path, exec] : cases) {
+        EXPECT_EQ(DesktopExecValue(path), exec) << path;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Paths, ExecQuoting,
-    ::testing::Values(ExecCase{"/opt/vt/VendrakoTimer", "/opt/vt/VendrakoTimer"},
-                      ExecCase{"/home/ana/mis cosas/VendrakoTimer", "\"/home/ana/mis cosas/VendrakoTimer\""},
-                      // "$" is escaped for the quoting, and that backslash again as a string.
-                      ExecCase{"/home/ana/a b/$x/VT", "\"/home/ana/a b/\\\\$x/VT\""},
-                      ExecCase{"/tmp/a\"b/VT", "\"/tmp/a\\\\\"b/VT\""}, ExecCase{"/tmp/a`b/VT", "\"/tmp/a\\\\`b/VT\""},
-                      ExecCase{"/tmp/a\\b/VT", "\"/tmp/a\\\\\\\\b/VT\""}, ExecCase{"/tmp/(1)/VT", "\"/tmp/(1)/VT\""},
-                      ExecCase{"/tmp/it's/VT", "\"/tmp/it's/VT\""}, ExecCase{"/tmp/100%/VT", "/tmp/100%%/VT"},
-                      ExecCase{"/tmp/a b/100%/VT", "\"/tmp/a b/100%%/VT\""}));
 
 class AutostartTest : public ::testing::Test {
 protected:
@@ -76,12 +72,14 @@ protected:
     test::ScriptedDialogs dialogs_;
 };
 
-TEST_F(AutostartTest, AsksWithOkAndCancel) {
+TEST_F(AutostartTest, AsksWithOkAndCancelAndCancelCreatesNoFolder) {
     Run(app_.Paths(), MsgAnswer::Cancel);
     ASSERT_EQ(dialogs_.Shown().size(), 1u);
-    EXPECT_EQ(dialogs_.Shown()[0].text, "¿Desea que el programa se arranque al iniciar Windows?");
-    EXPECT_EQ(dialogs_.Shown()[0].icon, MsgIcon::Question);
-    EXPECT_EQ(dialogs_.Shown()[0].buttons, MsgButtons::OkCancel);
+    const MessageBox& box = dialogs_.Shown()[0];
+    EXPECT_EQ(
+        std::tie(box.text, box.icon, box.buttons),
+        std::tuple("¿Desea que el programa se arranque al iniciar Windows?", MsgIcon::Question, MsgButtons::OkCancel));
+    EXPECT_FALSE(fs::exists(StartupFolder()));
 }
 
 TEST_F(AutostartTest, CancelLeavesTheFolderUntouched) {
@@ -89,11 +87,6 @@ TEST_F(AutostartTest, CancelLeavesTheFolderUntouched) {
     Run(app_.Paths(), MsgAnswer::Cancel);
     EXPECT_EQ(FolderListing(StartupFolder()), std::vector<std::string>{"Other.desktop"});
     EXPECT_EQ(home_.ReadFile("config/autostart/Other.desktop"), "[Desktop Entry]\n");
-}
-
-TEST_F(AutostartTest, CancelCreatesNoFolder) {
-    Run(app_.Paths(), MsgAnswer::Cancel);
-    EXPECT_FALSE(fs::exists(StartupFolder()));
 }
 
 TEST_F(AutostartTest, OkMakesTheFolderAndOneEntrySilently) {

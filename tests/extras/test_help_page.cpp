@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "../accesslog/accesslog_fakes.h"
@@ -17,59 +19,45 @@ namespace {
 
 std::vector<std::string> Lines(const std::string& text) {
     std::vector<std::string> lines;
-    for (size_t start = 0; start < text.size();) {
-        const size_t end = text.find("\r\n", start);
-        if (end == std::string::npos) {
-            lines.push_back(text.substr(start));
-            break;
-        }
+    for (size_t start = 0, end = 0; start < text.size(); start = end + 2) {
+        end = std::min(text.find("\r\n", start), text.size());
         lines.push_back(text.substr(start, end - start));
-        start = end + 2;
     }
     return lines;
 }
 
 size_t LineIndex(const std::vector<std::string>& lines, const std::string& wanted) {
-    for (size_t i = 0; i < lines.size(); ++i) {
-        if (lines[i] == wanted) {
-            return i;
-        }
+    const auto it = std::find(lines.begin(), lines.end(), wanted);
+    return it == lines.end() ? std::string::npos : static_cast<size_t>(it - lines.begin());
+}
+
+TEST(HelpPage, ParagraphIsOneLineInItsTags) {
+    // clang-format off
+    const std::vector<std::tuple<const char*, bool, bool, const char*>> cases{
+        {"Texto", false, false, "Texto<br><br>"},
+        {"  Texto con blancos  ", false, false, "Texto con blancos<br><br>"},
+        {"Título", true, false, "<b>Título<br><br></b>"},
+        {"Título", true, true, "<u><b>Título<br><br></b></u>"},
+        {"Sólo subrayado", false, true, "<u>Sólo subrayado<br><br></u>"},
+        {"", false, false, "<br><br>"},
+        {"Curso <150925> & 'yo'", false, false, "Curso &lt;150925&gt; &amp; 'yo'<br><br>"}};
+    // clang-format on
+    for (const auto& [text, bold, underline, line] : cases) {
+        std::string page = "x\r\n";
+        EscribirParrafoAyuda(text, page, bold, underline);
+        EXPECT_EQ(page, std::string("x\r\n") + line + "\r\n");
     }
-    return std::string::npos;
 }
-
-struct ParagraphCase {
-    const char* text;
-    bool bold;
-    bool underline;
-    const char* line;
-};
-
-class ParagraphForm : public ::testing::TestWithParam<ParagraphCase> {};
-
-TEST_P(ParagraphForm, IsOneLineInItsTags) {
-    std::string page = "x\r\n";
-    EscribirParrafoAyuda(GetParam().text, page, GetParam().bold, GetParam().underline);
-    EXPECT_EQ(page, std::string("x\r\n") + GetParam().line + "\r\n");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Forms, ParagraphForm,
-    ::testing::Values(ParagraphCase{"Texto", false, false, "Texto<br><br>"},
-                      ParagraphCase{"  Texto con blancos  ", false, false, "Texto con blancos<br><br>"},
-                      ParagraphCase{"Título", true, false, "<b>Título<br><br></b>"},
-                      ParagraphCase{"Título", true, true, "<u><b>Título<br><br></b></u>"},
-                      ParagraphCase{"Sólo subrayado", false, true, "<u>Sólo subrayado<br><br></u>"},
-                      ParagraphCase{"", false, false, "<br><br>"},
-                      ParagraphCase{"Curso <150925> & 'yo'", false, false, "Curso &lt;150925&gt; &amp; 'yo'<br><br>"}));
 
 TEST(HelpPage, FrameLinesAreExact) {
     const std::vector<std::string> lines = Lines(HelpPageText("VendrakoTimer"));
     ASSERT_GT(lines.size(), 4u);
-    EXPECT_EQ(lines[0], "<html><head><title>Ayuda_VendrakoTimer</title></head>");
-    EXPECT_EQ(lines[1], "<body style='font-family: Arial'><div align='center'><center>");
-    EXPECT_EQ(lines[2], "<table border='0' width='500' cellspacing='0' cellpadding='0'><tr><td width='100%'>");
-    EXPECT_EQ(lines[3], "<u><b>Ayuda para el Vendrako Timer<br><br></b></u>");
+    EXPECT_EQ(
+        std::vector<std::string>(lines.begin(), lines.begin() + 4),
+        (std::vector<std::string>{"<html><head><title>Ayuda_VendrakoTimer</title></head>",
+                                  "<body style='font-family: Arial'><div align='center'><center>",
+                                  "<table border='0' width='500' cellspacing='0' cellpadding='0'><tr><td width='100%'>",
+                                  "<u><b>Ayuda para el Vendrako Timer<br><br></b></u>"}));
     EXPECT_EQ(lines.back(), "</td></tr></table></center></div></body></html>");
 }
 
@@ -80,28 +68,22 @@ TEST(HelpPage, TitleFollowsTheExecutableName) {
 // The headings in their order, and the quoted lines right after the heading they belong to.
 TEST(HelpPage, SectionsComeInOrderWithTheirLines) {
     const std::vector<std::string> lines = Lines(HelpPageText("VendrakoTimer"));
+    // clang-format off
     const std::vector<std::string> in_order{
         "Este programa tiene varias funciones principales:<br><br>",
-        "1.- Controla tus horas de trabajo (para que no te pases).<br><br>",
-        "2.- Permite establecer alarmas.<br><br>",
+        "1.- Controla tus horas de trabajo (para que no te pases).<br><br>", "2.- Permite establecer alarmas.<br><br>",
         "3.- Muestra un calendario en el que se pueden ver dichas alarmas/repeticiones.<br><br>",
         "4.- Guarda un Log con los archivos que hayas utilizado cada día.<br><br>",
         "<b>Controlar las horas de trabajo<br><br></b>",
         "* Mas de 10 minutos: Icono fijo con 2 o 4 porciones (dependiendo del tipo de jornada).<br><br>",
-        "* 10 minutos: Icono rojo intermitente.<br><br>",
-        "* 9 a 6 minutos: Icono rojo fijo.<br><br>",
-        "* 5 minutos: Icono amarillo intermitente.<br><br>",
-        "* 4 a 2 minutos: Icono amarillo fijo.<br><br>",
-        "* 1 minuto: Icono verde intermitente.<br><br>",
-        "* Después de la hora de salida: Icono verde fijo.<br><br>",
-        "<b>Alarmas<br><br></b>",
-        "<b>Calendario<br><br></b>",
-        "<b>Accesos<br><br></b>",
-        "<b>Tareas<br><br></b>",
+        "* 10 minutos: Icono rojo intermitente.<br><br>", "* 9 a 6 minutos: Icono rojo fijo.<br><br>",
+        "* 5 minutos: Icono amarillo intermitente.<br><br>", "* 4 a 2 minutos: Icono amarillo fijo.<br><br>",
+        "* 1 minuto: Icono verde intermitente.<br><br>", "* Después de la hora de salida: Icono verde fijo.<br><br>",
+        "<b>Alarmas<br><br></b>", "<b>Calendario<br><br></b>", "<b>Accesos<br><br></b>", "<b>Tareas<br><br></b>",
         "<b>Trucos<br><br></b>",
         "- Cada vez que entres o salgas del programa, éste hará una copia de seguridad tanto del INI como de los "
-        "archivos del LOG.<br><br>",
-    };
+        "archivos del LOG.<br><br>"};
+    // clang-format on
     size_t previous = 0;
     for (const std::string& wanted : in_order) {
         const size_t at = LineIndex(lines, wanted);
@@ -121,17 +103,14 @@ TEST(HelpPage, SectionsComeInOrderWithTheirLines) {
 // Each section holds the number of paragraphs it is meant to, before the next heading.
 TEST(HelpPage, SectionsHaveTheirParagraphCounts) {
     const std::vector<std::string> lines = Lines(HelpPageText("VendrakoTimer"));
-    const struct {
-        const char* heading;
-        const char* next;
-        size_t paragraphs;
-    } sections[] = {{"Calendario", "Accesos", 3}, {"Accesos", "Tareas", 3}, {"Tareas", "Trucos", 4}};
-    for (const auto& section : sections) {
-        const size_t at = LineIndex(lines, std::string("<b>") + section.heading + "<br><br></b>");
-        const size_t next = LineIndex(lines, std::string("<b>") + section.next + "<br><br></b>");
-        ASSERT_NE(at, std::string::npos) << section.heading;
-        ASSERT_NE(next, std::string::npos) << section.next;
-        EXPECT_EQ(next - at - 1, section.paragraphs) << section.heading;
+    const std::tuple<const char*, const char*, size_t> sections[] = {
+        {"Calendario", "Accesos", 3}, {"Accesos", "Tareas", 3}, {"Tareas", "Trucos", 4}};  // heading, next, paragraphs
+    for (const auto& [heading, following, paragraphs] : sections) {
+        const size_t at = LineIndex(lines, std::string("<b>") + heading + "<br><br></b>");
+        const size_t next = LineIndex(lines, std::string("<b>") + following + "<br><br></b>");
+        ASSERT_NE(at, std::string::npos) << heading;
+        ASSERT_NE(next, std::string::npos) << following;
+        EXPECT_EQ(next - at - 1, paragraphs) << heading;
     }
     const size_t tricks = LineIndex(lines, "<b>Trucos<br><br></b>");
     EXPECT_EQ(lines.size() - 1 - tricks - 1, 4u);
@@ -166,11 +145,9 @@ TEST_F(GenerarAyudaTest, WritesTheFileInWindows1252AndOpensIt) {
     EXPECT_TRUE(GenerarAyuda(folder_.Paths(), shell_, dialogs_));
     const std::string bytes = folder_.ReadFile("Ayuda_VendrakoTimer.htm");
     EXPECT_EQ(bytes, Utf8ToCp1252(HelpPageText("VendrakoTimer")));
-    EXPECT_NE(bytes.find("d\xED"
-                         "a.<br><br>"),
-              std::string::npos);  // "día" as one byte
-    ASSERT_EQ(shell_.opened.size(), 1u);
-    EXPECT_EQ(shell_.opened[0], folder_.Path("Ayuda_VendrakoTimer.htm") + " | " + folder_.Folder());
+    EXPECT_NE(bytes.find(std::string("d\xED") + "a.<br><br>"), std::string::npos);  // "día" as one byte
+    EXPECT_EQ(shell_.opened,
+              std::vector<std::string>{folder_.Path("Ayuda_VendrakoTimer.htm") + " | " + folder_.Folder()});
     EXPECT_TRUE(dialogs_.Shown().empty());
 }
 

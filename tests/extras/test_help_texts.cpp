@@ -3,55 +3,46 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "agenda/alarm_editor.h"
 
 namespace vt {
 namespace {
 
-class HelpText : public ::testing::TestWithParam<const char*> {};
-
 // One paragraph a line: every break is "\r\n", none is doubled or left at either end, and no
 // line holds a stray "\r" or "\n" of its own or starts or ends with a blank.
-TEST_P(HelpText, IsParagraphsJoinedByCrLf) {
-    const std::string text = TextoAyuda(GetParam());
-    int lines = 0;
-    for (size_t start = 0, end = 0; end != std::string::npos; start = end + 2, ++lines) {
-        end = text.find("\r\n", start);
-        const std::string line = text.substr(start, end == std::string::npos ? end : end - start);
-        ASSERT_FALSE(line.empty()) << "line " << lines;
-        EXPECT_EQ(line.find_first_of("\r\n"), std::string::npos) << line;
-        EXPECT_NE(line.front(), ' ') << line;
-        EXPECT_NE(line.back(), ' ') << line;
+TEST(HelpText, IsParagraphsJoinedByCrLf) {
+    for (const char* topic : {"ALA", "REP"}) {
+        const std::string text = TextoAyuda(topic);
+        int lines = 0;
+        for (size_t start = 0, end = 0; end != std::string::npos; start = end + 2, ++lines) {
+            end = text.find("\r\n", start);
+            const std::string line = text.substr(start, end == std::string::npos ? end : end - start);
+            ASSERT_FALSE(line.empty()) << topic << " line " << lines;
+            EXPECT_EQ(line.find_first_of("\r\n"), std::string::npos) << line;
+            EXPECT_NE(line.front(), ' ') << line;
+            EXPECT_NE(line.back(), ' ') << line;
+        }
+        EXPECT_GT(lines, 3) << topic;
     }
-    EXPECT_GT(lines, 3);
 }
 
-INSTANTIATE_TEST_SUITE_P(Topics, HelpText, ::testing::Values("ALA", "REP"));
-
-struct MentionCase {
-    const char* topic;
-    const char* words;
-};
-
-class HelpMentions : public ::testing::TestWithParam<MentionCase> {};
-
-TEST_P(HelpMentions, CoversItsTopic) {
-    EXPECT_NE(TextoAyuda(GetParam().topic).find(GetParam().words), std::string::npos) << GetParam().words;
+TEST(HelpMentions, CoversItsTopic) {
+    // clang-format off
+    const std::vector<std::pair<const char*, const char*>> cases{
+        {"ALA", "\"!\" por delante"}, {"ALA", "\"-\" por delante"}, {"ALA", "(9999)"}, {"ALA", "<ddmmyy>"},
+        {"ALA", "150324 es el 15/03/2024"}, {"ALA", "745 son las 07:45"}, {"ALA", "de lunes a viernes"},
+        {"ALA", "las mensuales 7 días"}, {"ALA", "las anuales 14 días"}, {"ALA", "no se repiten 14 días"},
+        {"ALA", "\"REP> \""}, {"ALA", "Boda (27) en 2025"},
+        {"REP", "una sola vez"}, {"REP", "150324 es el 15/03/2024"}, {"REP", "(Sin mensaje)"}, {"REP", "interrogación"},
+        {"REP", "5, 10, 15 o 30 minutos"}, {"REP", "1 semana"}, {"REP", "\"Nunca\""}, {"REP", "dentro de 5 minutos"}};
+    // clang-format on
+    for (const auto& [topic, words] : cases) {
+        EXPECT_NE(TextoAyuda(topic).find(words), std::string::npos) << topic << ": " << words;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Topics, HelpMentions,
-    ::testing::Values(MentionCase{"ALA", "\"!\" por delante"}, MentionCase{"ALA", "\"-\" por delante"},
-                      MentionCase{"ALA", "(9999)"}, MentionCase{"ALA", "<ddmmyy>"},
-                      MentionCase{"ALA", "150324 es el 15/03/2024"}, MentionCase{"ALA", "745 son las 07:45"},
-                      MentionCase{"ALA", "de lunes a viernes"}, MentionCase{"ALA", "las mensuales 7 días"},
-                      MentionCase{"ALA", "las anuales 14 días"}, MentionCase{"ALA", "no se repiten 14 días"},
-                      MentionCase{"ALA", "\"REP> \""}, MentionCase{"ALA", "Boda (27) en 2025"},
-                      MentionCase{"REP", "una sola vez"}, MentionCase{"REP", "150324 es el 15/03/2024"},
-                      MentionCase{"REP", "(Sin mensaje)"}, MentionCase{"REP", "interrogación"},
-                      MentionCase{"REP", "5, 10, 15 o 30 minutos"}, MentionCase{"REP", "1 semana"},
-                      MentionCase{"REP", "\"Nunca\""}, MentionCase{"REP", "dentro de 5 minutos"}));
 
 TEST(AlarmHelp, NamesEveryRepeatChoice) {
     const std::string text = TextoAyuda("ALA");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "fake_clock.h"
@@ -24,12 +25,13 @@ std::string Slot(int n) {
     return "Backup/VendrakoTimer_" + std::string(n < 10 ? "00" : "0") + std::to_string(n) + ".ini";
 }
 
+void PutFile(const test::TempAppFolder& folder, const std::string& relative, const std::string& bytes, FileTime time) {
+    folder.WriteFile(relative, bytes);
+    ASSERT_FALSE(SetFileModifiedTime(folder.Path(relative), time));
+}
+
 class BackupsTest : public ::testing::Test {
 protected:
-    void PutFile(const std::string& relative, const std::string& bytes, FileTime time) {
-        folder_.WriteFile(relative, bytes);
-        ASSERT_FALSE(SetFileModifiedTime(folder_.Path(relative), time));
-    }
     FileTime TimeOf(const std::string& relative) { return FileModifiedTime(folder_.Path(relative)).value(); }
 
     test::TempAppFolder folder_;
@@ -40,72 +42,64 @@ protected:
 // ---- choosing the slot ---------------------------------------------------------------------
 
 // Each character is a slot from 001 on: a later letter is a newer copy, "." a free slot.
-struct SlotCase {
-    const char* name;
-    std::string slots;
-    int expected;
-};
-
-class NextSlot : public BackupsTest, public ::testing::WithParamInterface<SlotCase> {};
-
-TEST_P(NextSlot, IsTheFirstFreeOrTheOldestInRotationOrder) {
-    const std::string& slots = GetParam().slots;
-    for (size_t i = 0; i < slots.size(); ++i) {
-        if (slots[i] != '.') {
-            PutFile(Slot(static_cast<int>(i) + 1), "copy", kBase + seconds{slots[i]});
-        }
-    }
-    EXPECT_EQ(NextSettingsBackupPath(folder_.Paths()), folder_.Path(Slot(GetParam().expected)));
-}
-
 // Only hand-set times give two descents; the first from 001 counts, and 001 follows 025.
-INSTANTIATE_TEST_SUITE_P(Table, NextSlot,
-                         ::testing::Values(SlotCase{"NoBackupYet", "", 1}, SlotCase{"FirstFree", "abcdef", 7},
-                                           SlotCase{"AGapComesFirst", "abcdefgh.jklmnopqrstuvwxy", 9},
-                                           SlotCase{"OldestIsFirst", "abcdefghijklmnopqrstuvwxy", 1},
-                                           SlotCase{"OldestInTheMiddle", "nopqrstuvwxyabcdefghijklm", 13},
-                                           SlotCase{"OldestIsLast", "bcdefghijklmnopqrstuvwxya", 25},
-                                           SlotCase{"TiesBeforeTheDescent", "zzzzzzzzzabcdefghijklmnop", 10},
-                                           SlotCase{"TwoDescentsFromTheTop", "abcdefghijfghijklmnopqrst", 1},
-                                           SlotCase{"AllEqualTakesTheFirst", std::string(25, 'h'), 1}),
-                         [](const auto& row) { return std::string(row.param.name); });
+TEST(NextSlot, IsTheFirstFreeOrTheOldestInRotationOrder) {
+    // clang-format off
+    const std::vector<std::tuple<const char*, std::string, int>> cases{
+        {"NoBackupYet", "", 1}, {"FirstFree", "abcdef", 7}, {"AGapComesFirst", "abcdefgh.jklmnopqrstuvwxy", 9},
+        {"OldestIsFirst", "abcdefghijklmnopqrstuvwxy", 1}, {"OldestInTheMiddle", "nopqrstuvwxyabcdefghijklm", 13},
+        {"OldestIsLast", "bcdefghijklmnopqrstuvwxya", 25}, {"TiesBeforeTheDescent", "zzzzzzzzzabcdefghijklmnop", 10},
+        {"TwoDescentsFromTheTop", "abcdefghijfghijklmnopqrst", 1}, {"AllEqualTakesTheFirst", std::string(25, 'h'), 1}};
+    // clang-format on
+    for (const auto& [name, slots, expected] : cases) {
+        SCOPED_TRACE(name);
+        test::TempAppFolder folder;
+        for (size_t i = 0; i < slots.size(); ++i) {
+            if (slots[i] != '.') {
+                PutFile(folder, Slot(static_cast<int>(i) + 1), "copy", kBase + seconds{slots[i]});
+            }
+        }
+        EXPECT_EQ(NextSettingsBackupPath(folder.Paths()), folder.Path(Slot(expected)));
+    }
+}
 
 // ---- saving rotates through the slots ------------------------------------------------------
 
 // Pinned: every settings file carries the same time, as on a filesystem whose clock ticks
 // slower than the saves come. Free: the kernel's own times of saves in quick succession.
-class Rotation : public BackupsTest, public ::testing::WithParamInterface<bool> {};
-
-TEST_P(Rotation, EverySaveOverwritesTheOldestCopy) {
+TEST(Rotation, EverySaveOverwritesTheOldestCopy) {
     const auto version = [](int n) { return "FECHA=v" + std::to_string(n) + "\r\n"; };
-    for (int save = 1; save <= 60; ++save) {
-        if (GetParam() && folder_.Exists("VendrakoTimer.ini")) {
-            ASSERT_FALSE(SetFileModifiedTime(folder_.Path("VendrakoTimer.ini"), kBase));
+    for (const bool pinned : {true, false}) {
+        SCOPED_TRACE(pinned ? "Pinned" : "Free");
+        test::TempAppFolder folder;
+        test::ScriptedDialogs dialogs;
+        test::RecordingBusy busy;
+        for (int save = 1; save <= 60; ++save) {
+            if (pinned && folder.Exists("VendrakoTimer.ini")) {
+                ASSERT_FALSE(SetFileModifiedTime(folder.Path("VendrakoTimer.ini"), kBase));
+            }
+            Settings settings;
+            settings.WorkDate = "v" + std::to_string(save);
+            ASSERT_TRUE(SaveSettings(folder.Paths(), settings, busy, dialogs));
+            // The first save has nothing to copy; save n copies version n - 1, through 1..25 and round.
+            const std::string slot = Slot((save + 23) % 25 + 1);
+            ASSERT_EQ(folder.ReadFile(slot).find(version(save - 1)) != std::string::npos, save >= 2)
+                << "save " << save << " and " << slot;
         }
-        Settings settings;
-        settings.WorkDate = "v" + std::to_string(save);
-        ASSERT_TRUE(SaveSettings(folder_.Paths(), settings, busy_, dialogs_));
-        // The first save has nothing to copy; save n copies version n - 1, through 1..25 and round.
-        const std::string slot = Slot((save + 23) % 25 + 1);
-        ASSERT_EQ(folder_.ReadFile(slot).find(version(save - 1)) != std::string::npos, save >= 2)
-            << "save " << save << " and " << slot;
+        EXPECT_FALSE(folder.Exists(Slot(26)));
+        EXPECT_TRUE(dialogs.Shown().empty());
     }
-    EXPECT_FALSE(folder_.Exists(Slot(26)));
-    EXPECT_TRUE(dialogs_.Shown().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(FileTimes, Rotation, ::testing::Values(true, false),
-                         [](const auto& row) { return row.param ? "Pinned" : "Free"; });
-
 TEST_F(BackupsTest, ACopyIsStampedAfterEveryOtherSlot) {
-    PutFile("VendrakoTimer.ini", "[GENERAL]\r\n", kBase + hours{1});
-    PutFile(Slot(1), "older", kBase);
+    PutFile(folder_, "VendrakoTimer.ini", "[GENERAL]\r\n", kBase + hours{1});
+    PutFile(folder_, Slot(1), "older", kBase);
     ASSERT_TRUE(BackUpSettingsFile(folder_.Paths()));
     EXPECT_EQ(folder_.ReadFile(Slot(2)), "[GENERAL]\r\n");
     EXPECT_EQ(TimeOf(Slot(2)), kBase + hours{1});  // the settings file's own time, being the newest
 
     // A file older than the newest slot (restored by hand, say) is stamped just after that slot.
-    PutFile("VendrakoTimer.ini", "[GENERAL]\r\n", kBase - hours{24});
+    PutFile(folder_, "VendrakoTimer.ini", "[GENERAL]\r\n", kBase - hours{24});
     ASSERT_TRUE(BackUpSettingsFile(folder_.Paths()));
     EXPECT_EQ(TimeOf(Slot(3)), kBase + hours{1} + microseconds{1});
 }
@@ -123,11 +117,11 @@ TEST_F(BackupsTest, CopyIfExistsSkipsAMissingSourceAndReportsOneItCannotRead) {
 // ---- the LOG mirror ------------------------------------------------------------------------
 
 TEST_F(BackupsTest, TheMirrorSkipsUnchangedFilesAndRefreshesTheOthers) {
-    PutFile("LOG/2024.03.Marzo.htm", "march", kBase);
-    PutFile("Backup/2024.03.Marzo.htm", "same time, other bytes", kBase);
-    PutFile("LOG/TAREAS.LOG", "tasks, new", kBase + hours{2});
-    PutFile("Backup/TAREAS.LOG", "tasks, old", kBase + hours{1});
-    PutFile("LOG/TIMER.LOG", "run log", kBase + hours{3});
+    PutFile(folder_, "LOG/2024.03.Marzo.htm", "march", kBase);
+    PutFile(folder_, "Backup/2024.03.Marzo.htm", "same time, other bytes", kBase);
+    PutFile(folder_, "LOG/TAREAS.LOG", "tasks, new", kBase + hours{2});
+    PutFile(folder_, "Backup/TAREAS.LOG", "tasks, old", kBase + hours{1});
+    PutFile(folder_, "LOG/TIMER.LOG", "run log", kBase + hours{3});
     folder_.WriteFile("LOG/sub/inner.htm", "not mirrored");
 
     MirrorLogFolder(folder_.Paths(), busy_);

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "scripted_dialogs.h"
 #include "store/entry_rules.h"
 
@@ -51,10 +55,7 @@ TEST(Dates, TimesOfDayAndDateTimes) {
 // ---- what the user types in the date and time boxes -------------------------------------------
 
 // What the user typed, and what it becomes; nullptr: refused with the message.
-struct TypedCase {
-    const char* typed;
-    const char* result;
-};
+using TypedCases = std::vector<std::pair<const char*, const char*>>;
 
 void ExpectRefusal(const test::ScriptedDialogs& dialogs, const char* result, const char* message) {
     ASSERT_EQ(dialogs.Texts(), result ? std::vector<std::string>{} : std::vector<std::string>{message});
@@ -63,38 +64,34 @@ void ExpectRefusal(const test::ScriptedDialogs& dialogs, const char* result, con
     }
 }
 
-class TimeEntry : public ::testing::TestWithParam<TypedCase> {};
-
-TEST_P(TimeEntry, CompletesTheDigitsOrRefusesWithTheMessage) {
-    test::ScriptedDialogs dialogs;
-    const auto result = ValidateTimeEntry(GetParam().typed, dialogs);
-    EXPECT_EQ(result.value_or("refused"), GetParam().result ? GetParam().result : "refused");
-    ExpectRefusal(dialogs, GetParam().result, "Formato no válido.");
+TEST(TimeEntry, CompletesTheDigitsOrRefusesWithTheMessage) {
+    // clang-format off
+    const TypedCases cases{{"", ""}, {"7", "07:00"}, {"08", "08:00"}, {"24", nullptr}, {"745", "07:45"},
+        {"960", nullptr}, {"2359", "23:59"}, {"0000", "00:00"}, {"2400", nullptr}, {"1260", nullptr},
+        {"07:45", nullptr}, {"7a", nullptr}, {" 745", nullptr}};
+    // clang-format on
+    for (const auto& [typed, expected] : cases) {
+        SCOPED_TRACE(typed);
+        test::ScriptedDialogs dialogs;
+        const auto result = ValidateTimeEntry(typed, dialogs);
+        EXPECT_EQ(result.value_or("refused"), expected ? expected : "refused");
+        ExpectRefusal(dialogs, expected, "Formato no válido.");
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, TimeEntry,
-                         ::testing::Values(TypedCase{"", ""}, TypedCase{"7", "07:00"}, TypedCase{"08", "08:00"},
-                                           TypedCase{"24", nullptr}, TypedCase{"745", "07:45"},
-                                           TypedCase{"960", nullptr}, TypedCase{"2359", "23:59"},
-                                           TypedCase{"0000", "00:00"}, TypedCase{"2400", nullptr},
-                                           TypedCase{"1260", nullptr}, TypedCase{"07:45", nullptr},
-                                           TypedCase{"7a", nullptr}, TypedCase{" 745", nullptr}));
-
-class Ddmmyy : public ::testing::TestWithParam<TypedCase> {};
-
-TEST_P(Ddmmyy, ConvertsOrRefusesWithTheMessage) {
-    test::ScriptedDialogs dialogs;
-    EXPECT_EQ(ParseDdmmyy(GetParam().typed, dialogs), GetParam().result ? GetParam().result : "");
-    ExpectRefusal(dialogs, GetParam().result, "Formato no válido (ddmmyy).");
+TEST(Ddmmyy, ConvertsOrRefusesWithTheMessage) {
+    // clang-format off
+    const TypedCases cases{{"290200", "29/02/2000"}, {"290201", nullptr}, {"010150", "01/01/2050"},
+        {"010151", "01/01/1951"}, {"15032024", "15/03/2024"}, {"29021900", nullptr}, {"3112", nullptr},
+        {"000124", nullptr}, {"011324", nullptr}, {"01-01-24", nullptr}, {"", nullptr}};
+    // clang-format on
+    for (const auto& [typed, expected] : cases) {
+        SCOPED_TRACE(typed);
+        test::ScriptedDialogs dialogs;
+        EXPECT_EQ(ParseDdmmyy(typed, dialogs), expected ? expected : "");
+        ExpectRefusal(dialogs, expected, "Formato no válido (ddmmyy).");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Cases, Ddmmyy,
-                         ::testing::Values(TypedCase{"290200", "29/02/2000"}, TypedCase{"290201", nullptr},
-                                           TypedCase{"010150", "01/01/2050"}, TypedCase{"010151", "01/01/1951"},
-                                           TypedCase{"15032024", "15/03/2024"}, TypedCase{"29021900", nullptr},
-                                           TypedCase{"3112", nullptr}, TypedCase{"000124", nullptr},
-                                           TypedCase{"011324", nullptr}, TypedCase{"01-01-24", nullptr},
-                                           TypedCase{"", nullptr}));
 
 TEST(TimeBox, FocusStripsEveryColonAndOnlyDigitsAndBackspacePass) {
     EXPECT_EQ(TimeBoxEditText("07:45"), "0745");

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "fake_clock.h"
@@ -51,9 +52,9 @@ TEST_F(MarkTask, RefusesABlankName) {
         dialogs.Forget();
         EXPECT_EQ(Mark(typed), std::nullopt);
         ASSERT_EQ(dialogs.Shown().size(), 1U);
-        EXPECT_EQ(dialogs.Shown()[0].text, "El nombre de la tarea es obligatorio.");
-        EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
-        EXPECT_EQ(dialogs.Shown()[0].buttons, MsgButtons::Ok);
+        const MessageBox& box = dialogs.Shown()[0];
+        EXPECT_EQ(std::tie(box.text, box.icon, box.buttons),
+                  std::tuple("El nombre de la tarea es obligatorio.", MsgIcon::Exclamation, MsgButtons::Ok));
     }
     EXPECT_FALSE(folder.Exists(kLog));
 }
@@ -88,74 +89,56 @@ TEST(TaskLogLines, SplitAtCrLfOrLf) {
 const std::vector<std::string> kUsed{"01/01/2024 08:00:00 A", "01/01/2024 09:00:00 b", "02/01/2024 08:00:00 a",
                                      "02/01/2024 09:00:00 C"};
 
-TEST(TaskList, LastUseOrderPutsTheLastTaskFirstAndEachNameOnce) {
+TEST(TaskList, BothOrdersKeepEachNameOnce) {
+    // By last use, the last task comes first.
     EXPECT_EQ(TaskListItems(kUsed, TaskOrder::LastUse), (std::vector<std::string>{"C", "a", "b"}));
-}
-
-TEST(TaskList, NameOrderSortsByPlainTextAndKeepsTheFirstOfEachName) {
-    // Capitals sort before small letters, so "A" comes first and "a" is then dropped as its equal.
+    // By name, plain text order: capitals sort before small letters, so "A" comes first and "a" is
+    // then dropped as its equal.
     EXPECT_EQ(TaskListItems(kUsed, TaskOrder::ByName), (std::vector<std::string>{"A", "C", "b"}));
-}
-
-TEST(TaskList, EmptyLogGivesAnEmptyList) {
     EXPECT_TRUE(TaskListItems({}, TaskOrder::LastUse).empty());
     EXPECT_EQ(LogEditorText({"x", "y"}), "x\ny\n");
 }
 
-struct CheckCase {
-    const char* name;
-    std::string text;
-    std::optional<std::string> bad_line;
-    std::string_view ending;
-};
-
-class EditedLogCheck : public testing::TestWithParam<CheckCase> {};
-
-TEST_P(EditedLogCheck, FindsTheFirstOffendingLine) {
-    const CheckCase& c = GetParam();
-    const auto problem = CheckEditedLog(c.text);
-    ASSERT_EQ(problem.has_value(), c.bad_line.has_value());
-    if (problem) {
-        EXPECT_EQ(problem->line, *c.bad_line);
-        EXPECT_EQ(problem->ending, c.ending);
+TEST(EditedLogCheck, FindsTheFirstOffendingLine) {
+    const std::string_view kFormat = kBadFormatEnding, kOrder = kOutOfOrderEnding;
+    const auto no = std::nullopt;
+    // clang-format off
+    const std::vector<std::tuple<const char*, std::string, std::optional<std::string>, std::string_view>> cases{
+        {"InOrder", kTwoLines, no, {}},
+        {"EqualTimeAccepted", "02/01/2024 08:00:00 A\r\n02/01/2024 08:00:00 B\r\n", no, {}},
+        {"BlankLinesSkipped", "\r\n   \r\n02/01/2024 08:00:00 A\r\n\r\n", no, {}},
+        {"OneCharacterName", "02/01/2024 08:00:00 x", no, {}},
+        {"EarlierLineRefused", "02/01/2024 08:00:00 A\r\n02/01/2024 07:59:59 B\r\n02/01/2024 07:00:00 C", "02/01/2024 07:59:59 B", kOrder},
+        {"EarlierDayRefused", "02/01/2024 08:00:00 A\r\n01/01/2024 09:00:00 B", "01/01/2024 09:00:00 B", kOrder},
+        {"BeforeTheSentinelRefused", "31/12/1900 23:59:59 A", "31/12/1900 23:59:59 A", kOrder},
+        {"TwentyCharactersRefused", "02/01/2024 08:00:00 ", "02/01/2024 08:00:00", kFormat},
+        {"TwentyCharactersWithoutTheBlank", "02/01/2024 08:00:00AB", "02/01/2024 08:00:00AB", kFormat},
+        {"NoDate", "Correo sin fecha ni hora", "Correo sin fecha ni hora", kFormat},
+        {"OuterBlanksLeftOut", "  02/01/2024 08:00:00 A  ", no, {}},
+        {"BlankNameIsTooShort", "02/01/2024 08:00:00     ", "02/01/2024 08:00:00", kFormat},
+        {"NoDate31February", "31/02/2024 08:00:00 A", "31/02/2024 08:00:00 A", kFormat},
+        {"YearLettersCaughtByTheDate", "02/01/20a4 08:00:00 A", "02/01/20a4 08:00:00 A", kFormat},
+        {"Hour24", "02/01/2024 24:00:00 A", "02/01/2024 24:00:00 A", kFormat},
+        {"Second60", "02/01/2024 08:00:60 A", "02/01/2024 08:00:60 A", kFormat},
+        {"DashesInTheDate", "02-01-2024 08:00:00 A", "02-01-2024 08:00:00 A", kFormat},
+        {"NoBlankBeforeTheName", "02/01/2024 08:00:00-A", "02/01/2024 08:00:00-A", kFormat},
+        {"AccentInTheStamp", "02/01/2024 08:0á:00 A", "02/01/2024 08:0á:00 A", kFormat},
+        {"FormatBeforeOrder", "02/01/2024 09:00:00 A\r\nmal\r\n02/01/2024 08:00:00 B", "mal", kFormat}};
+    // clang-format on
+    for (const auto& [name, text, bad_line, ending] : cases) {
+        const auto problem = CheckEditedLog(text);
+        ASSERT_EQ(problem.has_value(), bad_line.has_value()) << name;
+        if (problem) {
+            EXPECT_EQ(problem->line, *bad_line) << name;
+            EXPECT_EQ(problem->ending, ending) << name;
+        }
     }
 }
-
-const std::string_view kFormat = kBadFormatEnding;
-const std::string_view kOrder = kOutOfOrderEnding;
-
-INSTANTIATE_TEST_SUITE_P(
-    Lines, EditedLogCheck,
-    testing::Values(
-        CheckCase{"InOrder", kTwoLines, std::nullopt, {}},
-        CheckCase{"EqualTimeAccepted", "02/01/2024 08:00:00 A\r\n02/01/2024 08:00:00 B\r\n", std::nullopt, {}},
-        CheckCase{"BlankLinesSkipped", "\r\n   \r\n02/01/2024 08:00:00 A\r\n\r\n", std::nullopt, {}},
-        CheckCase{"OneCharacterName", "02/01/2024 08:00:00 x", std::nullopt, {}},
-        CheckCase{"EarlierLineRefused", "02/01/2024 08:00:00 A\r\n02/01/2024 07:59:59 B\r\n02/01/2024 07:00:00 C",
-                  "02/01/2024 07:59:59 B", kOrder},
-        CheckCase{"EarlierDayRefused", "02/01/2024 08:00:00 A\r\n01/01/2024 09:00:00 B", "01/01/2024 09:00:00 B",
-                  kOrder},
-        CheckCase{"BeforeTheSentinelRefused", "31/12/1900 23:59:59 A", "31/12/1900 23:59:59 A", kOrder},
-        CheckCase{"TwentyCharactersRefused", "02/01/2024 08:00:00 ", "02/01/2024 08:00:00", kFormat},
-        CheckCase{"TwentyCharactersWithoutTheBlank", "02/01/2024 08:00:00AB", "02/01/2024 08:00:00AB", kFormat},
-        CheckCase{"NoDate", "Correo sin fecha ni hora", "Correo sin fecha ni hora", kFormat},
-        CheckCase{"OuterBlanksLeftOut", "  02/01/2024 08:00:00 A  ", std::nullopt, {}},
-        CheckCase{"BlankNameIsTooShort", "02/01/2024 08:00:00     ", "02/01/2024 08:00:00", kFormat},
-        CheckCase{"NoDate31February", "31/02/2024 08:00:00 A", "31/02/2024 08:00:00 A", kFormat},
-        CheckCase{"YearLettersCaughtByTheDate", "02/01/20a4 08:00:00 A", "02/01/20a4 08:00:00 A", kFormat},
-        CheckCase{"Hour24", "02/01/2024 24:00:00 A", "02/01/2024 24:00:00 A", kFormat},
-        CheckCase{"Second60", "02/01/2024 08:00:60 A", "02/01/2024 08:00:60 A", kFormat},
-        CheckCase{"DashesInTheDate", "02-01-2024 08:00:00 A", "02-01-2024 08:00:00 A", kFormat},
-        CheckCase{"NoBlankBeforeTheName", "02/01/2024 08:00:00-A", "02/01/2024 08:00:00-A", kFormat},
-        CheckCase{"AccentInTheStamp", "02/01/2024 08:0á:00 A", "02/01/2024 08:0á:00 A", kFormat},
-        CheckCase{"FormatBeforeOrder", "02/01/2024 09:00:00 A\r\nmal\r\n02/01/2024 08:00:00 B", "mal", kFormat}),
-    [](const testing::TestParamInfo<CheckCase>& row) { return std::string(row.param.name); });
 
 TEST_F(MarkTask, UnchangedLogJustCloses) {
     folder.WriteFile(kLog, kTwoLines);
     const LogSave save = Save("basura", false);
-    EXPECT_TRUE(save.close);
-    EXPECT_EQ(save.tarea_actual, std::nullopt);
+    EXPECT_EQ(std::tie(save.close, save.tarea_actual), std::tuple(true, std::optional<std::string>()));
     EXPECT_TRUE(dialogs.Shown().empty());
     EXPECT_EQ(folder.ReadFile(kLog), kTwoLines);
 }
@@ -166,9 +149,9 @@ TEST_F(MarkTask, BadLineIsShownAndNothingIsWritten) {
     EXPECT_FALSE(save.close);
     ASSERT_EQ(dialogs.Shown().size(), 1U);
     const MessageBox& box = dialogs.Shown()[0];
-    EXPECT_EQ(box.text, "02/01/2024 09:00:00 A\r\n\r\n(Las fechas deben ser consecutivas)");
-    EXPECT_EQ(box.title, "Formato incorrecto");
-    EXPECT_EQ(box.icon, MsgIcon::Exclamation);
+    EXPECT_EQ(std::tie(box.text, box.title, box.icon),
+              std::tuple("02/01/2024 09:00:00 A\r\n\r\n(Las fechas deben ser consecutivas)", "Formato incorrecto",
+                         MsgIcon::Exclamation));
     EXPECT_EQ(folder.ReadFile(kLog), kTwoLines);
 }
 
@@ -179,10 +162,8 @@ TEST_F(MarkTask, NoToTheSaveQuestionWritesNothing) {
     EXPECT_FALSE(save.close);
     ASSERT_EQ(dialogs.Shown().size(), 1U);
     const MessageBox& box = dialogs.Shown()[0];
-    EXPECT_EQ(box.text, "¿Guardar los cambios en del Log?");
-    EXPECT_EQ(box.icon, MsgIcon::Question);
-    EXPECT_EQ(box.buttons, MsgButtons::YesNo);
-    EXPECT_EQ(box.default_answer, MsgAnswer::No);
+    EXPECT_EQ(std::tie(box.text, box.icon, box.buttons, box.default_answer),
+              std::tuple("¿Guardar los cambios en del Log?", MsgIcon::Question, MsgButtons::YesNo, MsgAnswer::No));
     EXPECT_EQ(folder.ReadFile(kLog), kTwoLines);
 }
 
@@ -190,8 +171,7 @@ TEST_F(MarkTask, SavedLogLosesBlankLinesAndOuterBlanks) {
     folder.WriteFile(kLog, kTwoLines);
     dialogs.QueueAnswer(MsgAnswer::Yes);
     const LogSave save = Save("\n  02/01/2024 08:00:00 Correo  \n\n   \n02/01/2024 08:30:00 Reunión\n");
-    EXPECT_TRUE(save.close);
-    EXPECT_EQ(save.tarea_actual, "Reunión");
+    EXPECT_EQ(std::tie(save.close, save.tarea_actual), std::tuple(true, "Reunión"));
     EXPECT_EQ(folder.ReadFile(kLog), "02/01/2024 08:00:00 Correo\r\n02/01/2024 08:30:00 Reuni\xF3n\r\n");
     EXPECT_EQ(busy.calls, (std::vector<bool>{true, false}));
 }
@@ -199,8 +179,7 @@ TEST_F(MarkTask, SavedLogLosesBlankLinesAndOuterBlanks) {
 TEST_F(MarkTask, SavedLogWithoutTodayClearsTheCurrentTask) {
     dialogs.QueueAnswer(MsgAnswer::Yes);
     const LogSave save = Save("01/01/2024 08:00:00 Ayer\n");
-    EXPECT_TRUE(save.close);
-    EXPECT_EQ(save.tarea_actual, "");
+    EXPECT_EQ(std::tie(save.close, save.tarea_actual), std::tuple(true, ""));
 }
 
 TEST_F(MarkTask, EscapeAsksOnlyWhenChanged) {
@@ -212,10 +191,9 @@ TEST_F(MarkTask, EscapeAsksOnlyWhenChanged) {
     dialogs.QueueAnswer(MsgAnswer::Yes);
     EXPECT_TRUE(CancelarLog(dialogs, true));
     ASSERT_EQ(dialogs.Shown().size(), 2U);
-    EXPECT_EQ(dialogs.Shown()[0].text, "¿Cancelar los cambios en el Log?");
-    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Question);
-    EXPECT_EQ(dialogs.Shown()[0].buttons, MsgButtons::YesNo);
-    EXPECT_EQ(dialogs.Shown()[0].default_answer, MsgAnswer::No);
+    const MessageBox& box = dialogs.Shown()[0];
+    EXPECT_EQ(std::tie(box.text, box.icon, box.buttons, box.default_answer),
+              std::tuple("¿Cancelar los cambios en el Log?", MsgIcon::Question, MsgButtons::YesNo, MsgAnswer::No));
 }
 
 }  // namespace

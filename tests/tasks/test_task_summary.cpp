@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "fake_clock.h"
@@ -33,9 +34,7 @@ TEST(TaskSummary, GivesTheWholeTextOfTheExampleDay) {
               "16:00:00 Informe\r\n17:30:00 [final]\r\n\r\nTOTALES: \r\n[entrada] - 00:10:00\r\n"
               "Correo - 06:50:00\r\n[break] - 01:00:00\r\nInforme - 01:30:00\r\n" +
                   kBlanks);
-    EXPECT_EQ(box.icon, MsgIcon::Information);
-    EXPECT_EQ(box.buttons, MsgButtons::Ok);
-    EXPECT_TRUE(box.title.empty());
+    EXPECT_EQ(std::tie(box.icon, box.buttons, box.title), std::tuple(MsgIcon::Information, MsgButtons::Ok, ""));
 }
 
 TEST(TaskSummary, WithoutALogCountsTheTimeSinceTheEntry) {
@@ -54,10 +53,8 @@ TEST(TaskSummary, AddEventClosesTheOpenEventAndOpensTheNext) {
     AgregarEventoResumen(events, text, "10:00:00", "[final]", true);
     EXPECT_EQ(text, "FICHAJES:\r\n08:00:00 [entrada]\r\n09:00:00 Correo\r\n10:00:00 [final]");
     ASSERT_EQ(events.size(), 2U);
-    EXPECT_EQ(events[0].end, "09:00:00");
-    EXPECT_EQ(events[1].start, "09:00:00");
-    EXPECT_EQ(events[1].end, "10:00:00");
-    EXPECT_EQ(events[1].label, "Correo");
+    EXPECT_EQ(std::tie(events[0].end, events[1].start, events[1].end, events[1].label),
+              std::tuple("09:00:00", "09:00:00", "10:00:00", "Correo"));
 }
 
 struct SummaryCase {
@@ -79,29 +76,11 @@ SummaryCase Day(const char* name, ClockInTexts clock_ins, std::initializer_list<
     return c;
 }
 
-class Summary : public testing::TestWithParam<SummaryCase> {};
-
 // A summary is the information box with the totals after "TOTALES: " and the widening blanks;
 // a refused one is one exclamation and no totals.
-TEST_P(Summary, AddsUpAsTheDayWentOrIsRefused) {
-    const SummaryCase& c = GetParam();
-    const MessageBox box = ResumenTareas(c.lines, c.clock_ins, c.now);
-    EXPECT_EQ(box.buttons, MsgButtons::Ok);
-    if (c.refused) {
-        EXPECT_EQ(box.icon, MsgIcon::Exclamation);
-        EXPECT_THAT(box.text, HasSubstr(c.expected));
-        EXPECT_THAT(box.text, testing::Not(HasSubstr("TOTALES")));
-        return;
-    }
-    EXPECT_EQ(box.icon, MsgIcon::Information);
-    const auto at = box.text.find("TOTALES: \r\n");
-    ASSERT_NE(at, std::string::npos) << box.text;
-    EXPECT_EQ(box.text.substr(at + 11), c.expected + kBlanks);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Days, Summary,
-    testing::Values(
+TEST(Summary, AddsUpAsTheDayWentOrIsRefused) {
+    // clang-format off
+    const std::vector<SummaryCase> cases{
         Day("TaskBeforeTheEntryLeavesTheEntryAtZero", {"09:00", "", ""}, {"08:30:00 Correo"}, At(10, 0),
             "[entrada] - 00:00:00\r\nCorreo - 01:30:00\r\n"),
         Day("SameNameTwiceIsSummedWhereItFirstAppears", {"08:00", "", ""}, {"08:00:00 A", "09:00:00 B", "10:00:00 A"},
@@ -120,19 +99,30 @@ INSTANTIATE_TEST_SUITE_P(
         Day("NoTaskAfterTheExitCountsTheBreakToTheRunningTask", {"08:00", "14:00", "15:00"}, {"08:30:00 A"}, At(17, 0),
             "[entrada] - 00:30:00\r\nA - 08:30:00\r\n"),
         // From 23:00 to 00:30 the end comes before the start: the span counts nothing.
-        SummaryCase{"ASpanAcrossMidnightCountsNothing",
-                    {"23:00", "", ""},
-                    {},
-                    MakeDateTime(MakeDate(3, 1, 2024), 0, 30),
-                    "[entrada] - 00:00:00\r\n",
-                    false},
+        {"ASpanAcrossMidnightCountsNothing", {"23:00", "", ""}, {}, MakeDateTime(MakeDate(3, 1, 2024), 0, 30), "[entrada] - 00:00:00\r\n", false},
         Day("JustUnderTenHoursFits", {"08:00", "", ""}, {}, At(17, 59, 59), "[entrada] - 09:59:59\r\n"),
         Day("EntryEmpty", {"", "", ""}, {}, At(10, 0), kEntryTimeIncomplete, true),
         Day("EntryBeingTyped", {"8:00", "", ""}, {}, At(10, 0), kEntryTimeIncomplete, true),
         Day("TenHoursInOneSpan", {"08:00", "", ""}, {}, At(18, 0), "\"[entrada]\" suma 10 horas o más", true),
         Day("TenHoursSummedFromTwoSpans", {"07:00", "", ""}, {"07:00:00 A", "13:00:00 B", "14:00:00 A"}, At(18, 0),
-            "\"A\" suma 10 horas o más", true)),
-    [](const testing::TestParamInfo<SummaryCase>& row) { return std::string(row.param.name); });
+            "\"A\" suma 10 horas o más", true)};
+    // clang-format on
+    for (const SummaryCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        const MessageBox box = ResumenTareas(c.lines, c.clock_ins, c.now);
+        EXPECT_EQ(box.buttons, MsgButtons::Ok);
+        if (c.refused) {
+            EXPECT_EQ(box.icon, MsgIcon::Exclamation);
+            EXPECT_THAT(box.text, HasSubstr(c.expected));
+            EXPECT_THAT(box.text, testing::Not(HasSubstr("TOTALES")));
+            continue;
+        }
+        EXPECT_EQ(box.icon, MsgIcon::Information);
+        const auto at = box.text.find("TOTALES: \r\n");
+        ASSERT_NE(at, std::string::npos) << box.text;
+        EXPECT_EQ(box.text.substr(at + 11), c.expected + kBlanks);
+    }
+}
 
 }  // namespace
 }  // namespace vt

@@ -64,6 +64,34 @@ inline QStringList ButtonRows(const QWidget& dialog) {
     return rows;
 }
 
+// The text of each item of a combo box or a list, in order.
+template <typename List>
+QStringList ItemTexts(const List& list) {
+    QStringList texts;
+    for (int i = 0; i < list.count(); ++i) {
+        texts << list.model()->index(i, 0).data().toString();
+    }
+    return texts;
+}
+
+// The text of every label of a dialog, in the order they were made.
+inline QStringList LabelTexts(const QWidget& dialog) {
+    QStringList texts;
+    for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+        texts << label->text();
+    }
+    return texts;
+}
+
+// A left click on `widget` when `key` is 0, otherwise that key pressed in it.
+inline void ClickOrKey(QWidget* widget, int key) {
+    if (key == 0) {
+        QTest::mouseClick(widget, Qt::LeftButton);
+    } else {
+        QTest::keyClick(widget, Qt::Key(key));
+    }
+}
+
 // Runs `act` on the modal dialog of type T once the event loop of its exec() is running. A
 // dialog `act` leaves open is rejected, so that the test goes on to its checks and fails there.
 template <typename T>

@@ -1,5 +1,6 @@
 #include <QtTest>
 #include <QtWidgets>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,27 @@ public:
 class TstAboutDialog : public QObject {
     Q_OBJECT
 
+    RecordingShell m_shell;
+    std::unique_ptr<vt::FormVendrako> m_form;
+
+    QLabel* label(const char* name) const { return m_form->findChild<QLabel*>(QString::fromLatin1(name)); }
+    void showForm() {
+        m_form->fShow();
+        QVERIFY(QTest::qWaitForWindowExposed(m_form.get()));
+    }
+    // The mouse moving over `widget`, as the window sees it.
+    static void moveOver(QWidget* widget, QPointF at) {
+        QMouseEvent move(QEvent::MouseMove, at, widget->mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(widget, &move);
+    }
+
 private slots:
+    void init() {
+        m_shell.opened.clear();
+        m_form = std::make_unique<vt::FormVendrako>(m_shell, "/opt/vt/");
+    }
+    void cleanup() { m_form.reset(); }
+
     void anyKeyCloses_data() {
         QTest::addColumn<int>("key");
         QTest::newRow("letter") << int(Qt::Key_A);
@@ -33,90 +54,66 @@ private slots:
     }
     void anyKeyCloses() {
         QFETCH(int, key);
-        RecordingShell shell;
-        vt::FormVendrako form(shell, "/opt/vt/");
-        form.fShow();
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
-        QTest::keyClick(&form, Qt::Key(key));
-        QVERIFY(!form.isVisible());
-        QVERIFY(shell.opened.empty());
+        showForm();
+        QTest::keyClick(m_form.get(), Qt::Key(key));
+        QVERIFY(!m_form->isVisible());
+        QVERIFY(m_shell.opened.empty());
     }
 
     void isBorderlessWithItsControls() {
-        RecordingShell shell;
-        vt::FormVendrako form(shell, "/opt/vt/");
-        QCOMPARE(form.objectName(), QStringLiteral("FormVendrako"));
-        QVERIFY(form.windowFlags().testFlag(Qt::FramelessWindowHint));
+        QCOMPARE(m_form->objectName(), QStringLiteral("FormVendrako"));
+        QVERIFY(m_form->windowFlags().testFlag(Qt::FramelessWindowHint));
         for (const char* name : {"imgLogo", "lblMas", "lblMail", "lblURL", "Line1", "Line2"}) {
-            QVERIFY2(form.findChild<QWidget*>(QString::fromLatin1(name)) != nullptr, name);
+            QVERIFY2(m_form->findChild<QWidget*>(QString::fromLatin1(name)) != nullptr, name);
         }
-        QVERIFY(!form.findChild<QLabel*>(QStringLiteral("imgLogo"))->pixmap().isNull());
+        QVERIFY(!label("imgLogo")->pixmap().isNull());
     }
 
     void addressesOpenAndKeepTheBox() {
-        RecordingShell shell;
-        vt::FormVendrako form(shell, "/opt/vt/");
-        form.fShow();
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
-        auto* mail = form.findChild<QLabel*>(QStringLiteral("lblMail"));
-        auto* url = form.findChild<QLabel*>(QStringLiteral("lblURL"));
-        QTest::mouseClick(mail, Qt::LeftButton);
-        QTest::mouseClick(url, Qt::LeftButton);
-        QCOMPARE(shell.opened.size(), size_t(2));
-        QCOMPARE(QString::fromStdString(shell.opened[0]),
-                 QStringLiteral("mailto:") + mail->text() + QStringLiteral(" | /opt/vt/"));
-        QCOMPARE(QString::fromStdString(shell.opened[1]),
-                 QStringLiteral("http://") + url->text() + QStringLiteral(" | /opt/vt/"));
-        QVERIFY(form.isVisible());
+        showForm();
+        QTest::mouseClick(label("lblMail"), Qt::LeftButton);
+        QTest::mouseClick(label("lblURL"), Qt::LeftButton);
+        QCOMPARE(m_shell.opened.size(), size_t(2));
+        QCOMPARE(QString::fromStdString(m_shell.opened[0]),
+                 QStringLiteral("mailto:") + label("lblMail")->text() + QStringLiteral(" | /opt/vt/"));
+        QCOMPARE(QString::fromStdString(m_shell.opened[1]),
+                 QStringLiteral("http://") + label("lblURL")->text() + QStringLiteral(" | /opt/vt/"));
+        QVERIFY(m_form->isVisible());
     }
 
     void logoClickCloses() {
-        RecordingShell shell;
-        vt::FormVendrako form(shell, "/opt/vt/");
-        form.fShow();
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
-        QTest::mouseClick(form.findChild<QLabel*>(QStringLiteral("imgLogo")), Qt::LeftButton);
-        QVERIFY(!form.isVisible());
+        showForm();
+        QTest::mouseClick(label("imgLogo"), Qt::LeftButton);
+        QVERIFY(!m_form->isVisible());
     }
 
     void hoverUnderlinesOneAddress() {
-        RecordingShell shell;
-        vt::FormVendrako form(shell, "/opt/vt/");
-        form.fShow();
-        QVERIFY(QTest::qWaitForWindowExposed(&form));
-        auto* mail = form.findChild<QLabel*>(QStringLiteral("lblMail"));
-        auto* url = form.findChild<QLabel*>(QStringLiteral("lblURL"));
-        QMouseEvent overMail(QEvent::MouseMove, QPointF(2, 2), mail->mapToGlobal(QPointF(2, 2)), Qt::NoButton,
-                             Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(mail, &overMail);
-        QVERIFY(mail->font().underline());
-        QVERIFY(!url->font().underline());
-        QMouseEvent overUrl(QEvent::MouseMove, QPointF(2, 2), url->mapToGlobal(QPointF(2, 2)), Qt::NoButton,
-                            Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(url, &overUrl);
-        QVERIFY(!mail->font().underline());
-        QVERIFY(url->font().underline());
-        QMouseEvent overForm(QEvent::MouseMove, QPointF(1, 1), form.mapToGlobal(QPointF(1, 1)), Qt::NoButton,
-                             Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(&form, &overForm);
-        QVERIFY(!mail->font().underline());
-        QVERIFY(!url->font().underline());
+        showForm();
+        // Which of the two addresses shows underlined.
+        const auto underlined = [this] {
+            return QList<bool>{label("lblMail")->font().underline(), label("lblURL")->font().underline()};
+        };
+        moveOver(label("lblMail"), QPointF(2, 2));
+        QCOMPARE(underlined(), (QList<bool>{true, false}));
+        moveOver(label("lblURL"), QPointF(2, 2));
+        QCOMPARE(underlined(), (QList<bool>{false, true}));
+        moveOver(m_form.get(), QPointF(1, 1));
+        QCOMPARE(underlined(), (QList<bool>{false, false}));
     }
 
     void placedInsideTheScreen_data() {
-        QTest::addColumn<int>("x");
-        QTest::addColumn<int>("y");
+        QTest::addColumn<QPoint>("asked");
         QTest::addColumn<QPoint>("placed");
-        QTest::newRow("inside") << 100 << 200 << QPoint(100, 200);
-        QTest::newRow("past the right") << 900 << 10 << QPoint(1024 - 300, 10);
-        QTest::newRow("past the bottom") << 10 << 700 << QPoint(10, 768 - 150);
-        QTest::newRow("before the corner") << -40 << -5 << QPoint(0, 0);
+        QTest::newRow("inside") << QPoint(100, 200) << QPoint(100, 200);
+        QTest::newRow("past the right") << QPoint(900, 10) << QPoint(1024 - 300, 10);
+        QTest::newRow("past the bottom") << QPoint(10, 700) << QPoint(10, 768 - 150);
+        QTest::newRow("before the corner") << QPoint(-40, -5) << QPoint(0, 0);
     }
     void placedInsideTheScreen() {
-        QFETCH(int, x);
-        QFETCH(int, y);
+        QFETCH(QPoint, asked);
         QFETCH(QPoint, placed);
-        QCOMPARE(vt::FormVendrako::PositionInside(QRect(0, 0, 1024, 768), QSize(300, 150), x, y), placed);
+        QCOMPARE(vt::FormVendrako::PositionInside(QRect(0, 0, 1024, 768), QSize(300, 150), asked.x(), asked.y()),
+                 placed);
     }
 };
 

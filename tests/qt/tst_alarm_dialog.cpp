@@ -42,23 +42,15 @@ private slots:
         open(AlarmForm{});
         QVERIFY(!control(u"cmdBorrar"_s)->isEnabled());
         open(kExisting);
-        QCOMPARE(m_dialog->objectName(), u"frmAlarma"_s);
-        QCOMPARE(m_dialog->windowTitle(), u"Alarma"_s);
-        QStringList labels;
-        for (const QLabel* label : m_dialog->findChildren<QLabel*>()) {
-            labels << label->text();
-        }
-        QCOMPARE(labels, (QStringList{"Fecha:", "Hora:", "Repetir:", "Texto:", "Prioridad alta: \"!\" por delante.",
-                                      "No mostrar en el calendario: \"-\" por delante.",
-                                      "Los años de aniversarios con formato (9999)",
-                                      "A partir de una fecha concreta <ddmmyy>"}));
+        QCOMPARE(m_dialog->objectName() + u' ' + m_dialog->windowTitle(), u"frmAlarma Alarma"_s);
+        QCOMPARE(
+            vt::test::LabelTexts(*m_dialog),
+            (QStringList{"Fecha:", "Hora:", "Repetir:", "Texto:", "Prioridad alta: \"!\" por delante.",
+                         "No mostrar en el calendario: \"-\" por delante.",
+                         "Los años de aniversarios con formato (9999)", "A partir de una fecha concreta <ddmmyy>"}));
         // The choices of "Repetir", then the buttons.
-        QStringList choices;
         auto* cada = m_dialog->findChild<QComboBox*>(u"cboCada"_s);
-        for (int i = 0; i < cada->count(); ++i) {
-            choices << cada->itemText(i);
-        }
-        QCOMPARE(choices + vt::test::ButtonRows(*m_dialog),
+        QCOMPARE(vt::test::ItemTexts(*cada) + vt::test::ButtonRows(*m_dialog),
                  (QStringList{"Nunca", "1 Día", "1 Semana", "1 Mes", "3 Meses", "1 Año", "2 Años", "4 Años", "6 Años",
                               "cmdAceptar=Aceptar+", "cmdCancelar=Cancelar+", "cmdBorrar=Borrar+", "cmdHelp=Ayuda+"}));
         QCOMPARE(m_dialog->findChildren<QLabel*>().at(0)->buddy(), control(u"txtFecha"_s));
@@ -117,14 +109,11 @@ private slots:
         QFETCH(int, action);
         open(kExisting);
         m_dialogs.QueueAnswer(answer);
-        QVERIFY(FocusOn(this->control(control)));
-        QTest::keyClicks(this->control(control), typed);
+        QWidget* target = this->control(control);
+        QVERIFY(FocusOn(target));
+        QTest::keyClicks(target, typed);
 
-        if (key == 0) {
-            QTest::mouseClick(this->control(control), Qt::LeftButton);
-        } else {
-            QTest::keyClick(this->control(control), Qt::Key(key));
-        }
+        vt::test::ClickOrKey(target, key);
         QCoreApplication::processEvents();
 
         QCOMPARE(m_dialog->isVisible(), action < 0);
@@ -138,7 +127,6 @@ private slots:
     void leavingTheDateConvertsIt() {
         open(AlarmForm{});
         QTest::keyClicks(control(u"txtFecha"_s), u"150324"_s);
-
         QTest::keyClick(control(u"txtFecha"_s), Qt::Key_Tab);
 
         QTRY_VERIFY(control(u"txtHora"_s)->hasFocus());
@@ -189,8 +177,7 @@ private slots:
         });
 
         QCOMPARE(FrmAlarma::edit(nullptr, m_dialogs, m_clock, form), EditorAction::Save);
-        QCOMPARE(form.hora, std::string("18:00"));
-        QCOMPARE(form.texto, std::string("Recoger a Lucía"));
+        QCOMPARE(form.hora + ' ' + form.texto, std::string("18:00 Recoger a Lucía"));
     }
 };
 

@@ -36,13 +36,8 @@ private slots:
 
     void showsTheStoredLinesFirstSelected() {
         open(Alarms());
-        QCOMPARE(m_dialog->objectName(), u"frmListaAlarmas"_s);
-        QCOMPARE(m_dialog->windowTitle(), u"Lista de Alarmas"_s);
-        QStringList lines;
-        for (int i = 0; i < list()->count(); ++i) {
-            lines << list()->item(i)->text();
-        }
-        QCOMPARE(lines, kLines);
+        QCOMPARE(m_dialog->objectName() + u' ' + m_dialog->windowTitle(), u"frmListaAlarmas Lista de Alarmas"_s);
+        QCOMPARE(vt::test::ItemTexts(*list()), kLines);
         QCOMPARE(list()->selectedItems(), QList<QListWidgetItem*>{list()->item(0)});
     }
 

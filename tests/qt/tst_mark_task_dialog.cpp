@@ -21,13 +21,8 @@ class MarkTaskDialogTest : public QObject {
     vt::test::RecordingBusy m_busy;
     std::unique_ptr<FrmMarcar> m_dialog;
 
-    QStringList listed() const {
-        QStringList items;
-        for (int i = 0; i < m_dialog->cboTarea()->count(); ++i) {
-            items << m_dialog->cboTarea()->itemText(i);
-        }
-        return items;
-    }
+    QStringList listed() const { return vt::test::ItemTexts(*m_dialog->cboTarea()); }
+    QString logOnDisk() const { return QString::fromStdString(m_folder->ReadFile(kLog)); }
 
 private slots:
     void init() {
@@ -43,13 +38,11 @@ private slots:
     }
 
     void opensOnTheLogInLastUseOrder() {
-        QCOMPARE(m_dialog->objectName(), u"frmMarcar"_s);
-        QCOMPARE(m_dialog->windowTitle(), u"Tareas"_s);
+        QCOMPARE((QStringList{m_dialog->objectName(), m_dialog->windowTitle(),
+                              m_dialog->optOrden(0)->objectName() + u'=' + m_dialog->optOrden(0)->text(),
+                              m_dialog->optOrden(1)->objectName() + u'=' + m_dialog->optOrden(1)->text()}),
+                 (QStringList{"frmMarcar", "Tareas", "optOrden(0)=Por último uso.", "optOrden(1)=Por nombre."}));
         QVERIFY(m_dialog->cboTarea()->isEditable());
-        QCOMPARE(m_dialog->optOrden(0)->objectName(), u"optOrden(0)"_s);
-        QCOMPARE(m_dialog->optOrden(0)->text(), u"Por último uso."_s);
-        QCOMPARE(m_dialog->optOrden(1)->objectName(), u"optOrden(1)"_s);
-        QCOMPARE(m_dialog->optOrden(1)->text(), u"Por nombre."_s);
         QVERIFY(m_dialog->optOrden(0)->isChecked());
         QCOMPARE(listed(), (QStringList{u"Informe"_s, u"Correo"_s}));
         QCOMPARE(m_dialog->txtLog()->toPlainText(),
@@ -98,13 +91,13 @@ private slots:
         QVERIFY(m_dialog->isVisible());
         QCOMPARE(log->toPlainText(), edited);
         QCOMPARE(m_dialogs->Texts(), std::vector<std::string>{"¿Guardar los cambios en del Log?"});
-        QCOMPARE(QString::fromStdString(m_folder->ReadFile(kLog)), QString::fromStdString(kLines));
+        QCOMPARE(logOnDisk(), QString::fromStdString(kLines));
 
         m_dialogs->QueueAnswer(vt::MsgAnswer::Yes);
         QTest::keyClick(log, Qt::Key_Enter, Qt::KeypadModifier);
         QVERIFY(!m_dialog->isVisible());
         QCOMPARE(m_dialog->tareaActual(), std::optional<std::string>("Llamadas"));
-        QCOMPARE(QString::fromStdString(m_folder->ReadFile(kLog)),
+        QCOMPARE(logOnDisk(),
                  QString::fromStdString(kLines) + u"02/01/2024 10:00:00 Correo\r\n02/01/2024 10:05:00 Llamadas\r\n"_s);
     }
 
@@ -125,7 +118,7 @@ private slots:
         QCOMPARE(m_dialogs->Texts(),
                  (std::vector<std::string>{"¿Cancelar los cambios en el Log?", "¿Cancelar los cambios en el Log?"}));
         QCOMPARE(m_dialog->tareaActual(), std::nullopt);
-        QCOMPARE(QString::fromStdString(m_folder->ReadFile(kLog)), QString::fromStdString(kLines));
+        QCOMPARE(logOnDisk(), QString::fromStdString(kLines));
     }
 
     void marcarReturnsTheMarkedTask() {

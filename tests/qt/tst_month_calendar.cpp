@@ -1,22 +1,13 @@
 // The month calendar's wiring: what it paints from a filled grid, what its buttons report and
 // how it fills the day menu. Which days are marked, in which colour and with which tag is the
 // core's rule (FillMonthGrid, BuildDayMenu) and is tested there.
-#include <QAction>
-#include <QApplication>
-#include <QImage>
-#include <QMenu>
-#include <QPointer>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTest>
-#include <QTimer>
-#include <memory>
 #include <optional>
 
 #include "agenda/entries.h"
 #include "calendar/day_menu.h"
 #include "calendar/month_grid.h"
 #include "calendar/qt_month_calendar.h"
+#include "qt_test_support.h"
 #include "store/dates.h"
 #include "store/entry_list.h"
 
@@ -55,8 +46,7 @@ QStringList ShownItems(const QMenu& menu) {
     QStringList shown;
     for (const QAction* action : menu.actions()) {
         if (action->isVisible()) {
-            shown << (action->isSeparator() ? QStringLiteral("-")
-                                            : action->objectName() + QLatin1Char('=') + action->text());
+            shown << (action->isSeparator() ? u"-"_s : action->objectName() + u'=' + action->text());
         }
     }
     return shown;
@@ -70,170 +60,142 @@ const QStringList kAddItems{"mnuPopUpRepeticion=Añadir Repetición", "mnuPopUpA
 class MonthCalendarTest : public QObject {
     Q_OBJECT
 
-private slots:
-    void init();
-    void cleanup() { m_window.reset(); }
-
-    void cellsArePaintedFromTheGrid_data();
-    void cellsArePaintedFromTheGrid();
-    void dayButtonsStandInRowsAndColumns();
-    void navigationButtonsRequestTheirMove_data();
-    void navigationButtonsRequestTheirMove();
-    void hoveringAndClickingADayReportIt();
-    void dayMenuIsFilledForTheDay_data();
-    void dayMenuIsFilledForTheDay();
-    void refillingDeletesThePreviousItems();
-    void escapeChoosesNothing();
-
-private:
-    QPushButton* day(int cell) const {
-        return m_calendar->findChild<QPushButton*>(QStringLiteral("cmdDia(%1)").arg(cell));
-    }
-    QPushButton* move(int index) const {
-        return m_calendar->findChild<QPushButton*>(QStringLiteral("cmdMover(%1)").arg(index));
-    }
-
     // The calendar sits in a window, as it does in the main window.
     std::unique_ptr<QWidget> m_window;
     MonthCalendar* m_calendar = nullptr;
-};
 
-void MonthCalendarTest::init() {
-    m_window = std::make_unique<QWidget>();
-    m_calendar = new MonthCalendar(m_window.get());
-    m_calendar->showGrid(MarchGrid());
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
-}
+    QPushButton* day(int cell) const { return m_calendar->findChild<QPushButton*>(u"cmdDia(%1)"_s.arg(cell)); }
+    QPushButton* move(int index) const { return m_calendar->findChild<QPushButton*>(u"cmdMover(%1)"_s.arg(index)); }
 
-void MonthCalendarTest::cellsArePaintedFromTheGrid_data() {
-    QTest::addColumn<int>("cell");
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<bool>("bold");
-    QTest::addColumn<bool>("underline");
-    QTest::addColumn<QColor>("colour");  // invalid: the desktop's
-    QTest::addColumn<QString>("tag");
-
-    QTest::newRow("Monday 11, nothing") << 0 << "11" << false << false << QColor() << "";
-    QTest::newRow("today with a repetition")
-        << 2 << "13" << false << true << QColor(255, 255, 192) << "Llamar al banco // ";
-    QTest::newRow("priority alarm") << 4 << "15" << true << false << QColor(192, 255, 192) << "Médico // ";
-    QTest::newRow("alarm in April") << 25 << "05" << true << false << QColor(204, 204, 204) << "Cumpleaños de Ana // ";
-}
-
-void MonthCalendarTest::cellsArePaintedFromTheGrid() {
-    QFETCH(int, cell);
-    QFETCH(QString, caption);
-    QFETCH(bool, bold);
-    QFETCH(bool, underline);
-    QFETCH(QColor, colour);
-    QFETCH(QString, tag);
-    const QColor expected = colour.isValid() ? colour : QApplication::palette().color(QPalette::Base);
-
-    QPushButton* button = day(cell);
-    QCOMPARE(button->text(), caption);
-    QCOMPARE(button->font().bold(), bold);
-    QCOMPARE(button->font().underline(), underline);
-    // The colour the button really shows, away from its border and its number.
-    QCOMPARE(button->grab().toImage().pixelColor(3, 3), expected);
-    QCOMPARE(m_calendar->tag(cell), tag);
-    QCOMPARE(move(4)->text(), QStringLiteral("MAR - 2024"));
-}
-
-void MonthCalendarTest::dayButtonsStandInRowsAndColumns() {
-    for (int i = 0; i < 7; ++i) {
-        QCOMPARE(day(i)->geometry(), QRect(i * 28, 0, 29, 29));
+private slots:
+    void init() {
+        m_window = std::make_unique<QWidget>();
+        m_calendar = new MonthCalendar(m_window.get());
+        m_calendar->showGrid(MarchGrid());
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
-    for (int i = 0; i < 6; ++i) {
-        QCOMPARE(day(i * 7)->geometry(), QRect(0, i * 29, 29, 29));
+    void cleanup() { m_window.reset(); }
+
+    void cellsArePaintedFromTheGrid_data() {
+        QTest::addColumn<int>("cell");
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<bool>("bold");
+        QTest::addColumn<bool>("underline");
+        QTest::addColumn<QColor>("colour");  // invalid: the desktop's
+        QTest::addColumn<QString>("tag");
+        QTest::newRow("Monday 11, nothing") << 0 << "11" << false << false << QColor() << "";
+        QTest::newRow("today with a repetition")
+            << 2 << "13" << false << true << QColor(255, 255, 192) << "Llamar al banco // ";
+        QTest::newRow("priority alarm") << 4 << "15" << true << false << QColor(192, 255, 192) << "Médico // ";
+        QTest::newRow("alarm in April") << 25 << "05" << true << false << QColor(204, 204, 204)
+                                        << "Cumpleaños de Ana // ";
     }
-}
+    void cellsArePaintedFromTheGrid() {
+        QFETCH(int, cell);
+        QFETCH(QString, caption);
+        QFETCH(bool, bold);
+        QFETCH(bool, underline);
+        QFETCH(QColor, colour);
+        QFETCH(QString, tag);
+        QPushButton* button = day(cell);
+        QCOMPARE(
+            (QVariantList{button->text(), button->font().bold(), button->font().underline(), m_calendar->tag(cell)}),
+            (QVariantList{caption, bold, underline, tag}));
+        // The colour the button really shows, away from its border and its number.
+        QCOMPARE(button->grab().toImage().pixelColor(3, 3),
+                 colour.isValid() ? colour : QApplication::palette().color(QPalette::Base));
+        QCOMPARE(move(4)->text(), u"MAR - 2024"_s);
+    }
 
-void MonthCalendarTest::navigationButtonsRequestTheirMove_data() {
-    QTest::addColumn<int>("index");
-    QTest::newRow("<<") << 0;
-    QTest::newRow("-") << 1;
-    QTest::newRow("+") << 2;
-    QTest::newRow(">>") << 3;
-    QTest::newRow("centre") << 4;
-}
-
-void MonthCalendarTest::navigationButtonsRequestTheirMove() {
-    QFETCH(int, index);
-    QSignalSpy moves(m_calendar, &MonthCalendar::moveRequested);
-    QTest::mouseClick(move(index), Qt::LeftButton);
-    QCOMPARE(moves.size(), 1);
-    QCOMPARE(moves.front().front().toInt(), index);
-}
-
-void MonthCalendarTest::hoveringAndClickingADayReportIt() {
-    QPushButton* button = day(17);
-    QSignalSpy hovers(m_calendar, &MonthCalendar::dayHovered);
-    QSignalSpy clicks(m_calendar, &MonthCalendar::dayClicked);
-    QTest::mouseMove(button, QPoint(10, 12));
-    QTRY_VERIFY(!hovers.isEmpty());
-    QCOMPARE(hovers.back().front().toInt(), 17);
-
-    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(5, 7));
-    QCOMPARE(clicks.size(), 1);
-    QCOMPARE(clicks.front().at(0).toInt(), 17);
-    QCOMPARE(clicks.front().at(1).toPoint(), button->mapToGlobal(QPoint(5, 7)));
-}
-
-void MonthCalendarTest::dayMenuIsFilledForTheDay_data() {
-    QTest::addColumn<DayMenu>("menu");
-    QTest::addColumn<QStringList>("shown");
-
-    QTest::newRow("a day without entries")
-        << DayMenu{"13/03/2024", {}, false} << kAddItems + QStringList{"mnuPopUpDetalle=13/03/2024"};
-    QTest::newRow("a day with entries") << kMenuWithRows
-                                        << kAddItems + QStringList{"-", "mnuPopUpDetalle=15/03/2024",
-                                                                   "mnuPopUpDetalle(1)=[ALA] Cena con Ana && Luis",
-                                                                   "mnuPopUpDetalle(2)=[REP] 10:30 Pan"};
-}
-
-void MonthCalendarTest::dayMenuIsFilledForTheDay() {
-    QFETCH(DayMenu, menu);
-    QFETCH(QStringList, shown);
-    const std::unique_ptr<QMenu> popUp = PopUpMenu();
-    MonthCalendar::fillDayMenu(popUp.get(), menu);
-    QCOMPARE(ShownItems(*popUp), shown);
-}
-
-void MonthCalendarTest::refillingDeletesThePreviousItems() {
-    const std::unique_ptr<QMenu> popUp = PopUpMenu();
-    MonthCalendar::fillDayMenu(popUp.get(), kMenuWithRows);
-    const QPointer<QAction> first = popUp->actions().at(4);
-    QCOMPARE(first->objectName(), QStringLiteral("mnuPopUpDetalle(1)"));
-
-    MonthCalendar::fillDayMenu(popUp.get(), DayMenu{"17/03/2024", {}, false});
-
-    QVERIFY(first.isNull());
-    QCOMPARE(ShownItems(*popUp), kAddItems + QStringList{"mnuPopUpDetalle=17/03/2024"});
-    QCOMPARE(popUp->actions().size(), 4);
-}
-
-void MonthCalendarTest::escapeChoosesNothing() {
-    const std::unique_ptr<QMenu> popUp = PopUpMenu();
-    // The menu waits in its own loop; Escape is pressed from inside it once it shows.
-    bool shown = false;
-    QTimer dismiss;
-    dismiss.setInterval(5);
-    connect(&dismiss, &QTimer::timeout, this, [&] {
-        if (!shown && popUp->isVisible()) {
-            shown = true;
-            QTest::keyClick(popUp.get(), Qt::Key_Escape);
+    void dayButtonsStandInRowsAndColumns() {
+        for (int i = 0; i < 7; ++i) {
+            QCOMPARE(day(i)->geometry(), QRect(i * 28, 0, 29, 29));
         }
-    });
-    dismiss.start();
+        for (int i = 0; i < 6; ++i) {
+            QCOMPARE(day(i * 7)->geometry(), QRect(0, i * 29, 29, 29));
+        }
+    }
 
-    const std::optional<vt::DayMenuChoice> choice =
-        MonthCalendar::popUpDayMenu(popUp.get(), kMenuWithRows, day(4)->mapToGlobal(QPoint(14, 14)));
+    void navigationButtonsRequestTheirMove_data() {
+        QTest::addColumn<int>("index");
+        for (int index = 0; index < 5; ++index) {
+            QTest::newRow(QStringList{"<<", "-", "+", ">>", "centre"}.at(index).toLatin1()) << index;
+        }
+    }
+    void navigationButtonsRequestTheirMove() {
+        QFETCH(int, index);
+        QSignalSpy moves(m_calendar, &MonthCalendar::moveRequested);
+        QTest::mouseClick(move(index), Qt::LeftButton);
+        QCOMPARE(moves.size(), 1);
+        QCOMPARE(moves.front().front().toInt(), index);
+    }
 
-    QVERIFY(shown);
-    QVERIFY(!choice.has_value());
-    QVERIFY(!popUp->isVisible());
-}
+    void hoveringAndClickingADayReportIt() {
+        QPushButton* button = day(17);
+        QSignalSpy hovers(m_calendar, &MonthCalendar::dayHovered);
+        QSignalSpy clicks(m_calendar, &MonthCalendar::dayClicked);
+        QTest::mouseMove(button, QPoint(10, 12));
+        QTRY_VERIFY(!hovers.isEmpty());
+        QCOMPARE(hovers.back().front().toInt(), 17);
+
+        QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(5, 7));
+        QCOMPARE(clicks.size(), 1);
+        QCOMPARE(clicks.front(), (QVariantList{17, button->mapToGlobal(QPoint(5, 7))}));
+    }
+
+    void dayMenuIsFilledForTheDay_data() {
+        QTest::addColumn<DayMenu>("menu");
+        QTest::addColumn<QStringList>("shown");
+        QTest::newRow("a day without entries")
+            << DayMenu{"13/03/2024", {}, false} << kAddItems + QStringList{"mnuPopUpDetalle=13/03/2024"};
+        QTest::newRow("a day with entries") << kMenuWithRows
+                                            << kAddItems + QStringList{"-", "mnuPopUpDetalle=15/03/2024",
+                                                                       "mnuPopUpDetalle(1)=[ALA] Cena con Ana && Luis",
+                                                                       "mnuPopUpDetalle(2)=[REP] 10:30 Pan"};
+    }
+    void dayMenuIsFilledForTheDay() {
+        QFETCH(DayMenu, menu);
+        QFETCH(QStringList, shown);
+        const std::unique_ptr<QMenu> popUp = PopUpMenu();
+        MonthCalendar::fillDayMenu(popUp.get(), menu);
+        QCOMPARE(ShownItems(*popUp), shown);
+    }
+
+    void refillingDeletesThePreviousItems() {
+        const std::unique_ptr<QMenu> popUp = PopUpMenu();
+        MonthCalendar::fillDayMenu(popUp.get(), kMenuWithRows);
+        const QPointer<QAction> first = popUp->actions().at(4);
+        QCOMPARE(first->objectName(), u"mnuPopUpDetalle(1)"_s);
+
+        MonthCalendar::fillDayMenu(popUp.get(), DayMenu{"17/03/2024", {}, false});
+
+        QVERIFY(first.isNull());
+        QCOMPARE(ShownItems(*popUp), kAddItems + QStringList{"mnuPopUpDetalle=17/03/2024"});
+        QCOMPARE(popUp->actions().size(), 4);
+    }
+
+    void escapeChoosesNothing() {
+        const std::unique_ptr<QMenu> popUp = PopUpMenu();
+        // The menu waits in its own loop; Escape is pressed from inside it once it shows.
+        bool shown = false;
+        QTimer dismiss;
+        connect(&dismiss, &QTimer::timeout, this, [&] {
+            if (!shown && popUp->isVisible()) {
+                shown = true;
+                QTest::keyClick(popUp.get(), Qt::Key_Escape);
+            }
+        });
+        dismiss.start(5);
+
+        const std::optional<vt::DayMenuChoice> choice =
+            MonthCalendar::popUpDayMenu(popUp.get(), kMenuWithRows, day(4)->mapToGlobal(QPoint(14, 14)));
+
+        QVERIFY(shown);
+        QVERIFY(!choice.has_value());
+        QVERIFY(!popUp->isVisible());
+    }
+};
 
 QTEST_MAIN(MonthCalendarTest)
 #include "tst_month_calendar.moc"

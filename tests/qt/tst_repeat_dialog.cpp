@@ -22,19 +22,15 @@ private slots:
     void cleanup() { m_dialog.reset(); }
 
     void controlsAreNamedAndCaptioned() {
-        QCOMPARE(m_dialog->objectName(), u"frmRepetir"_s);
-        QCOMPARE(m_dialog->windowTitle(), u"Repetición"_s);
+        QCOMPARE(m_dialog->objectName() + u' ' + m_dialog->windowTitle(), u"frmRepetir Repetición"_s);
         QVERIFY(m_dialog->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
         const QStringList labels{"5 Minutos", "10 Minutos", "15 Minutos", "30 Minutos", "1 Hora",
                                  "2 Horas",   "4 Horas",    "6 Horas",    "1 Día",      "1 Semana"};
-        QStringList listed;
         QStringList buttons{"cmdOk=Aceptar+", "cmdNunca=Nunca+"};
-        auto* combo = m_dialog->findChild<QComboBox*>(u"cboTiempo"_s);
-        for (int i = 0; i < combo->count(); ++i) {
-            listed << combo->itemText(i);
+        for (int i = 0; i < labels.size(); ++i) {
             buttons << u"cmdTiempo(%1)="_s.arg(i) + labels.at(i) + u'+';
         }
-        QCOMPARE(listed, labels);
+        QCOMPARE(vt::test::ItemTexts(*m_dialog->findChild<QComboBox*>(u"cboTiempo"_s)), labels);
         QCOMPARE(vt::test::ButtonRows(*m_dialog), buttons);
         // The due moment and the text are shown as given, markup and "&" included.
         auto* when = m_dialog->findChild<QLabel*>(u"lblFecha"_s);

@@ -25,12 +25,11 @@ class TrayIconTest : public QObject {
     QImage picture(TrayImage image) const { return Pixels(m_tray->picture(image).toImage()); }
     // The main window "hidden", "normal", "minimised" or "maximised".
     void showWindowAs(const QString& state) {
-        if (state == u"normal"_s) {
-            m_window->showNormal();
-        } else if (state == u"minimised"_s) {
-            m_window->showMinimized();
-        } else if (state == u"maximised"_s) {
-            m_window->showMaximized();
+        const QHash<QString, void (QWidget::*)()> show{{u"normal"_s, &QWidget::showNormal},
+                                                       {u"minimised"_s, &QWidget::showMinimized},
+                                                       {u"maximised"_s, &QWidget::showMaximized}};
+        if (show.contains(state)) {
+            (m_window.get()->*show.value(state))();
         }
     }
 
@@ -193,11 +192,7 @@ private slots:
         m_trayPresent = trayPresent;
         QVERIFY(vt::test::ShowActive(*m_window));
 
-        if (byMenu) {
-            m_tray->menuItem(u"mnuMinimizar"_s)->trigger();
-        } else {
-            m_window->showMinimized();
-        }
+        byMenu ? m_tray->menuItem(u"mnuMinimizar"_s)->trigger() : m_window->showMinimized();
 
         QTRY_VERIFY(m_window->isMinimized() || !m_window->isVisible());
         QCoreApplication::processEvents();

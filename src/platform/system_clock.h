@@ -9,7 +9,7 @@ namespace vt {
 //
 // The time zone is read again at most once per zoneRecheck. Reading it means looking at the
 // zone file on disk, and the program asks for the time twice a second all day long: on a
-// virtual machine those looks cost a third of the program's idle processor time. A change of
+// virtual machine those looks cost a fifth of the program's idle processor time. A change of
 // the system's zone therefore shows within a minute; summer time needs no re-reading, the
 // zone's rules already hold it.
 class SystemClock : public Clock {

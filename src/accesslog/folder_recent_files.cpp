@@ -11,6 +11,7 @@
 
 #include "accesslog/local_time.h"
 #include "accesslog/shell_link.h"
+#include "store/error_text.h"
 #include "store/sorted_list.h"
 #include "store/text_file.h"
 
@@ -24,10 +25,6 @@ std::string Join(const std::string& folder, const std::string& name) {
 
 bool EndsWithLnk(const std::string& name) {
     return name.size() > 4 && UpperCaseForList(name.substr(name.size() - 4)) == ".LNK";
-}
-
-std::string ErrorText(int error) {
-    return std::make_error_code(static_cast<std::errc>(error)).message();
 }
 
 // The path a symbolic link points to; a relative one is taken from the link's folder, as the

@@ -11,6 +11,7 @@
 #include "platform/recent_files.h"
 #include "store/busy.h"
 #include "store/cp1252.h"
+#include "store/error_text.h"
 #include "store/ini_file.h"
 #include "store/sorted_list.h"
 #include "store/text_file.h"
@@ -47,7 +48,7 @@ std::string FutureWarning(std::string_view path, DateTime modified) {
 }
 
 std::string WriteFailure(const std::string& page, std::error_code error) {
-    return "No se ha podido escribir en el registro de accesos:\r\n\r\n" + page + "\r\n\r\n(" + error.message() +
+    return "No se ha podido escribir en el registro de accesos:\r\n\r\n" + page + "\r\n\r\n(" + ErrorText(error) +
            ")\r\n\r\nLa revisión de archivos recientes se ha detenido y se repetirá en la próxima.";
 }
 

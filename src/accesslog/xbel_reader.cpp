@@ -7,6 +7,7 @@
 
 #include "accesslog/local_time.h"
 #include "store/cp1252.h"
+#include "store/error_text.h"
 #include "store/text_file.h"
 #include "store/utf8.h"
 
@@ -507,7 +508,7 @@ RecentListing XbelRecentFiles::List() {
     }
     if (contents.outcome == ReadOutcome::Unreadable) {
         listing.outcome = RecentListingOutcome::Failed;
-        listing.error = ListMessage(list_path_, "No se puede abrir el fichero (" + contents.error.message() + ").");
+        listing.error = ListMessage(list_path_, "No se puede abrir el fichero (" + ErrorText(contents.error) + ").");
         return listing;
     }
     XbelList list = ParseRecentlyUsedXbel(contents.bytes);

@@ -7,6 +7,7 @@
 #include "platform/dialogs.h"
 #include "platform/shell_open.h"
 #include "store/cp1252.h"
+#include "store/error_text.h"
 #include "store/text_file.h"
 
 namespace vt {
@@ -173,7 +174,7 @@ bool GenerarAyuda(const AppPaths& paths, ShellOpen& shell, Dialogs& dialogs) {
     const std::string file = HelpFilePath(paths);
     // The rename of the atomic write replaces a read-only file left by an earlier run as well.
     if (const std::error_code error = WriteFileAtomically(file, Utf8ToCp1252(HelpPageText(paths.ExeBaseName)))) {
-        dialogs.Warn("No se ha podido escribir la ayuda en " + file + " (" + error.message() + ").");
+        dialogs.Warn("No se ha podido escribir la ayuda en " + file + " (" + ErrorText(error) + ").");
         return false;
     }
     shell.Open(file, paths.AppFolder);

@@ -8,6 +8,7 @@
 #include "store/busy.h"
 #include "store/cp1252.h"
 #include "store/dates.h"
+#include "store/error_text.h"
 #include "store/sorted_list.h"
 #include "store/text_file.h"
 #include "tasks/task_log.h"
@@ -93,7 +94,7 @@ std::optional<std::string> MarcarTarea(const AppPaths& paths, const Clock& clock
         error = AppendToFile(TaskLogPath(paths), Utf8ToCp1252(FormatDateTime(clock.Now()) + " " + typed + "\r\n"));
     }
     if (error) {
-        Warn(dialogs, "No se ha podido anotar la tarea en " + TaskLogPath(paths) + ".\r\n" + error.message());
+        Warn(dialogs, "No se ha podido anotar la tarea en " + TaskLogPath(paths) + ".\r\n" + ErrorText(error));
         return std::nullopt;
     }
     return typed;
@@ -162,7 +163,7 @@ LogSave GuardarLog(const AppPaths& paths, const Clock& clock, Dialogs& dialogs, 
         error = WriteFileAtomically(TaskLogPath(paths), RewrittenLog(text));
     }
     if (error) {
-        Warn(dialogs, "No se ha podido guardar " + TaskLogPath(paths) + ".\r\n" + error.message());
+        Warn(dialogs, "No se ha podido guardar " + TaskLogPath(paths) + ".\r\n" + ErrorText(error));
         return {};
     }
     return {true, UltimaTareaDeHoy(paths, clock)};

@@ -111,6 +111,7 @@ FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_d
     QAction* repetitionTemplate = repeticion->findChild<QAction*>(QStringLiteral("mnuRepeticionDato"));
     repetitionTemplate->setVisible(false);
     m_mnuRepeticionDato.append(repetitionTemplate);
+    connect(m_mnuRepeticion, &QMenu::aboutToShow, this, &FrmReloj::rebuildRepetitionItems);
 
     m_timPincipal = new QTimer(this);
     m_timPincipal->setObjectName(QStringLiteral("timPincipal"));
@@ -244,14 +245,27 @@ bool FrmReloj::EditSchedule(std::array<std::string, 8>& day_hours, std::array<st
 }
 
 void FrmReloj::ShowRepetitionMenu(const std::vector<std::string>& entries) {
+    // Only noted here: the items are made when the menu is about to open. A full agenda would
+    // otherwise make 998 items at every start and after every change, for a menu that is
+    // opened now and then.
+    m_repetitionEntries = entries;
+    m_repetitionMenuStale = true;
+}
+
+void FrmReloj::rebuildRepetitionItems() {
+    if (!m_repetitionMenuStale) {
+        return;
+    }
+    m_repetitionMenuStale = false;
     // The items of the last rebuild go for good; only the hidden template stays.
     while (m_mnuRepeticionDato.size() > 1) {
         delete m_mnuRepeticionDato.takeLast();
     }
-    for (size_t i = 0; i < entries.size(); ++i) {
+    for (size_t i = 0; i < m_repetitionEntries.size(); ++i) {
         // A menu reads "&" as the mark of a shortcut letter; doubled it shows as itself, so
         // the caption is the entry exactly as stored.
-        const QString caption = QString::fromStdString(entries[i]).replace(QLatin1Char('&'), QStringLiteral("&&"));
+        const QString caption =
+            QString::fromStdString(m_repetitionEntries[i]).replace(QLatin1Char('&'), QStringLiteral("&&"));
         auto* item = new QAction(caption, m_mnuRepeticion);
         const int index = static_cast<int>(i) + 1;
         item->setObjectName(QStringLiteral("mnuRepeticionDato(%1)").arg(index));
@@ -263,7 +277,7 @@ void FrmReloj::ShowRepetitionMenu(const std::vector<std::string>& entries) {
         m_mnuRepeticion->addAction(item);
         m_mnuRepeticionDato.append(item);
     }
-    m_mnuRepeticionNinguna->setVisible(entries.empty());
+    m_mnuRepeticionNinguna->setVisible(m_repetitionEntries.empty());
 }
 
 bool FrmReloj::ModalOpen() const {

@@ -94,7 +94,8 @@ public:
     // The calendar day's context menu; it is not part of the menu bar.
     QMenu* popUpMenu() const { return m_mnuPopUp; }
 
-    // mnuRepeticionDato: one item per repetition, after the hidden template at index 0.
+    // mnuRepeticionDato: one item per repetition, after the hidden template at index 0, as
+    // the menu was last opened.
     QList<QAction*>& repetitionItems() { return m_mnuRepeticionDato; }
 
 signals:
@@ -119,6 +120,7 @@ private:
     QMenu* buildMenu(const char* name, const char* caption, std::initializer_list<MenuRow> items);
     void buildClockIns();
     void onMainTimer();
+    void rebuildRepetitionItems();
     void onConfig();
     void leaveClockIn(int index, const QString& text);
     void endAfterFailure();
@@ -144,6 +146,10 @@ private:
     QMenu* m_mnuRepeticion = nullptr;
     QAction* m_mnuRepeticionNinguna = nullptr;
     QList<QAction*> m_mnuRepeticionDato;
+    // The reminders the menu must list the next time it opens, and whether its items are
+    // older than that.
+    std::vector<std::string> m_repetitionEntries;
+    bool m_repetitionMenuStale = false;
     bool m_inTick = false;
     // Set while App handles a left box; a message box it shows then takes the focus from the
     // next box, and that must not be forwarded back into App in the middle.

@@ -47,8 +47,14 @@ class MainWindowTest : public QObject {
         QVERIFY(m_rig->mainTimer()->isActive());
         m_rig->mainTimer()->setInterval(1);
     }
-    // "name=caption" of each repetition item after the hidden template.
-    QStringList repetitionItems() const { return MenuRows(*m_window->menu(u"mnuRepeticion"_s)).mid(4); }
+    // "name=caption" of each repetition item after the hidden template, as the menu lists them
+    // once it is opened (they are made only then).
+    QStringList repetitionItems() const {
+        QMenu* menu = m_window->menu(u"mnuRepeticion"_s);
+        menu->popup(QPoint());
+        menu->hide();
+        return MenuRows(*menu).mid(4);
+    }
 
     // From now on every repeat-later dialog that comes up is noted and answered with this button.
     // The dialog is modal and the tick waits inside it, so the watch runs in the dialog's loop.
@@ -302,8 +308,8 @@ private slots:
 
         m_window->ShowRepetitionMenu({});
 
-        QVERIFY(old.isNull());
         QVERIFY(repetitionItems().isEmpty());
+        QVERIFY(old.isNull());
         QCOMPARE(m_window->repetitionItems().size(), 1);
         QVERIFY(none->isVisible());
     }
@@ -335,6 +341,7 @@ private slots:
         QTRY_VERIFY(!m_rig->settingsOnDisk().contains(u"08:30"_s));
         QCOMPARE(m_rig->settingsOnDisk().contains(u"Llamar a Ana"_s), !items.isEmpty());
         QCOMPARE(repetitionItems(), items);
+        QCOMPARE(m_window->menuItem(u"mnuRepeticionNinguna"_s)->isVisible(), items.isEmpty());
         QVERIFY(!m_rig->app.State().RepetitionShowing);
         QCOMPARE(m_window->isVisible(), !inTheTray);
         // The fake clock stands still: nothing else comes due.

@@ -90,8 +90,9 @@ Outcome App::Start(std::string_view command_line) {
     if (!LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs)) {
         return Outcome::Exit;
     }
-    ReportUnreadableEntries();
+    // After the work date is settled: a clock-in that a new day replaces is not worth naming.
     SettleWorkDate(state_, ports_.clock.Now());
+    ReportUnreadableEntries();
     if (RefreshAfterChange() == Outcome::Exit) {
         return Outcome::Exit;
     }
@@ -355,16 +356,28 @@ void App::RunLog(const std::string& text) {
 
 void App::ReportUnreadableEntries() {
     const std::vector<std::string> keys = UnreadableEntryKeys(state_.settings);
-    if (keys.empty()) {
+    const std::vector<std::string> clock_ins = UnreadableClockIns(state_.settings);
+    if (keys.empty() && clock_ins.empty()) {
         return;
     }
     // Each one is named with its entry too: the key alone would not find it again, as every
     // save renumbers the keys.
-    std::string text =
-        "Estas entradas de la agenda tienen una fecha u hora que no se puede leer. Se conservan tal como están, "
-        "pero no aparecerán ni avisarán hasta que se corrijan en el archivo de configuración:\r\n";
-    for (const std::string& key : keys) {
-        text += "\r\n" + key + "=" + EntryForKey(state_.settings, key);
+    std::string text;
+    if (!keys.empty()) {
+        text =
+            "Estas entradas de la agenda tienen una fecha u hora que no se puede leer. Se conservan tal como están, "
+            "pero no aparecerán ni avisarán hasta que se corrijan en el archivo de configuración:\r\n";
+        for (const std::string& key : keys) {
+            text += "\r\n" + key + "=" + EntryForKey(state_.settings, key);
+        }
+    }
+    // All in one box: start-up shows enough boxes already.
+    if (!clock_ins.empty()) {
+        text += text.empty() ? "" : "\r\n\r\n";
+        text += "Estos fichajes tienen una hora que no se puede leer. Corrígelos en la ventana principal:\r\n";
+        for (const std::string& clock_in : clock_ins) {
+            text += "\r\n" + clock_in;
+        }
     }
     ports_.dialogs.Warn(text);
 }

@@ -82,6 +82,7 @@ Outcome App::Start(std::string_view command_line) {
     state_.TodayMode.clear();
     state_.DepartureStage = 0;
     state_.ClockInErrorReported = false;
+    state_.RemindersFullReported = false;
     state_.StatusText = kAppTitle;
     state_.DepartureLabel.clear();
     state_.TareaActual = UltimaTareaDeHoy(paths_, ports_.clock);
@@ -128,8 +129,7 @@ Outcome App::RefreshAfterChange() {
     UpdateDepartureNow();
     RefreshRepetitionMenu();
     // Due alarms become reminders here; the menu is rebuilt with them.
-    AdvanceAlarmDates(state_.settings.Alarms, state_.settings.Repetitions, Today(ports_.clock), ports_.dialogs,
-                      [this](const std::string& text) { RunLog(text); });
+    LaunchAlarms();
     RefreshRepetitionMenu();
     // Before start-up has set the calendar's date there is no calendar to refresh yet.
     if (state_.CalendarDate.ok()) {
@@ -249,30 +249,35 @@ void App::OpenDayEntry(std::string_view kind, int index) {
 void App::OpenAlarm(bool add_mode, int index, std::string_view preset_date) {
     // Focus moving into the editor must not store a half-typed clock-in.
     state_.ClockInBoxesActive = false;
-    const bool changed = OpenAlarmEditor(
-        state_.settings.Alarms, add_mode, index, preset_date, ports_.clock.Now(),
-        [this](const std::string& text) { RunLog(text); }, [this](AlarmForm& form) { return view_.EditAlarm(form); });
-    if (changed) {
-        AfterAlarmChange();
+    // A full list is refused before the editor opens, so that nothing typed is thrown away.
+    if (!add_mode || RoomForOneMore(state_.settings.Alarms, kAlarmsFullMessage, ports_.dialogs)) {
+        const bool changed = OpenAlarmEditor(
+            state_.settings.Alarms, add_mode, index, preset_date, ports_.clock.Now(),
+            [this](const std::string& text) { RunLog(text); },
+            [this](AlarmForm& form) { return view_.EditAlarm(form); });
+        if (changed) {
+            AfterAlarmChange();
+        }
     }
     state_.ClockInBoxesActive = true;
 }
 
 void App::OpenRepetitionEditorFor(bool add_mode, int index, std::string_view preset_date) {
     state_.ClockInBoxesActive = false;
-    const bool changed =
-        OpenRepetitionEditor(state_.settings.Repetitions, add_mode, index, preset_date, ports_.clock.Now(),
-                             [this](RepetitionForm& form) { return view_.EditRepetition(form); });
-    if (changed) {
-        AfterRepetitionChange();
+    if (!add_mode || RoomForOneMore(state_.settings.Repetitions, kRepetitionsFullMessage, ports_.dialogs)) {
+        const bool changed =
+            OpenRepetitionEditor(state_.settings.Repetitions, add_mode, index, preset_date, ports_.clock.Now(),
+                                 [this](RepetitionForm& form) { return view_.EditRepetition(form); });
+        if (changed) {
+            AfterRepetitionChange();
+        }
     }
     state_.ClockInBoxesActive = true;
 }
 
 void App::AfterAlarmChange() {
     // An alarm saved for today becomes a reminder at once.
-    AdvanceAlarmDates(state_.settings.Alarms, state_.settings.Repetitions, Today(ports_.clock), ports_.dialogs,
-                      [this](const std::string& text) { RunLog(text); });
+    LaunchAlarms();
     RefreshRepetitionMenu();
     RefreshCalendar();
     SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
@@ -280,6 +285,10 @@ void App::AfterAlarmChange() {
 }
 
 void App::AfterRepetitionChange() {
+    // A deleted reminder may make room for a waiting alarm.
+    if (state_.RemindersFullReported) {
+        LaunchAlarms();
+    }
     RefreshRepetitionMenu();
     RefreshCalendar();
     SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
@@ -382,6 +391,15 @@ void App::ReportUnreadableEntries() {
     ports_.dialogs.Warn(text);
 }
 
+void App::LaunchAlarms() {
+    const int held = AdvanceAlarmDates(state_.settings.Alarms, state_.settings.Repetitions, Today(ports_.clock),
+                                       ports_.dialogs, [this](const std::string& text) { RunLog(text); });
+    if (held > 0 && !state_.RemindersFullReported) {
+        ports_.dialogs.Warn(kRemindersFullMessage);
+    }
+    state_.RemindersFullReported = held > 0;
+}
+
 void App::RefreshRepetitionMenu() {
     SortRepetitions(state_.settings.Repetitions);
     const EntryList& repetitions = state_.settings.Repetitions;
@@ -425,6 +443,10 @@ void App::CheckDueRepetitions() {
             AppendRepetition(repetitions, state_.RepeatTarget);
         }
         RemoveRepetition(repetitions, due);
+        // The place it leaves goes to an alarm waiting for room, which is then due at once.
+        if (state_.RemindersFullReported) {
+            LaunchAlarms();
+        }
         RefreshRepetitionMenu();
         RefreshCalendar();
         // The dialog may have held up the regular scan.

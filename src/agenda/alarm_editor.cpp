@@ -4,6 +4,7 @@
 
 #include "agenda/char_positions.h"
 #include "agenda/entries.h"
+#include "store/cp1252.h"
 #include "store/entry_rules.h"
 
 namespace vt {
@@ -61,6 +62,23 @@ std::string ConvertDateBox(std::string_view text, Dialogs& dialogs) {
         return std::string(text);
     }
     return ParseDdmmyy(typed, dialogs);
+}
+
+bool RoomForOneMore(const EntryList& entries, const char* full_message, Dialogs& dialogs) {
+    if (entries.Count() < kMaxEntries) {
+        return true;
+    }
+    dialogs.Warn(full_message);
+    return false;
+}
+
+std::optional<EditorBox> CheckTextCanBeStored(std::string_view texto, Dialogs& dialogs) {
+    const std::string outside = CharactersOutsideCp1252(texto);
+    if (outside.empty()) {
+        return std::nullopt;
+    }
+    dialogs.Warn(kTextNotStorableMessage + outside);
+    return EditorBox::Texto;
 }
 
 std::optional<EditorBox> CheckDateAndTime(std::string& fecha, std::string& hora, DateTime now, Dialogs& dialogs) {
@@ -128,7 +146,7 @@ std::optional<EditorBox> CheckAlarmForm(AlarmForm& form, DateTime now, Dialogs& 
         dialogs.Inform(kEnterTextMessage);
         return EditorBox::Texto;
     }
-    return std::nullopt;
+    return CheckTextCanBeStored(form.texto, dialogs);
 }
 
 std::string AlarmEntryFromForm(const AlarmForm& form) {

@@ -47,6 +47,12 @@ inline constexpr const char* kTimePassedMessage = "Esa hora ya ha pasado.";
 inline constexpr const char* kChooseCadaMessage = "Señala cada cuanto quieres que se repita.";
 inline constexpr const char* kEnterTextMessage = "Introduce el texto.";
 inline constexpr const char* kDeleteAlarmQuestion = "¿Quieres borrar esta alarma?";
+inline constexpr const char* kAlarmsFullMessage =
+    "La agenda está llena: caben 998 alarmas. Borra alguna antes de añadir otra.";
+inline constexpr const char* kRepetitionsFullMessage =
+    "La agenda está llena: caben 998 repeticiones. Borra alguna antes de añadir otra.";
+// Followed by the characters themselves.
+inline constexpr const char* kTextNotStorableMessage = "El texto tiene caracteres que no se pueden guardar: ";
 
 // The editor's boxes as plain values. `cada` is the row of kCadaChoices, -1 when none is
 // selected (an entry whose count and unit match no choice opens so).
@@ -71,6 +77,15 @@ AlarmForm OpenAlarmForm(bool add_mode, const EntryList& alarms, int index, std::
 // asking for the date is "Aceptar"'s business.
 std::string ConvertDateBox(std::string_view text, Dialogs& dialogs);
 
+// Whether a list has room for one more entry; when it has not, says so with `full_message`
+// (exclamation) and the editor is not opened. An entry past kMaxEntries would never be read
+// back from the settings file.
+bool RoomForOneMore(const EntryList& entries, const char* full_message, Dialogs& dialogs);
+
+// The text check both editors run last: every character must fit the settings file, which is
+// Windows-1252, else the message names the ones that do not (exclamation, on Texto).
+std::optional<EditorBox> CheckTextCanBeStored(std::string_view texto, Dialogs& dialogs);
+
 // The date and time checks both editors run first (steps 1 to 4 below); the repetition editor
 // has nothing else to check.
 std::optional<EditorBox> CheckDateAndTime(std::string& fecha, std::string& hora, DateTime now, Dialogs& dialogs);
@@ -82,6 +97,7 @@ std::optional<EditorBox> CheckDateAndTime(std::string& fecha, std::string& hora,
 //   date and time before the minute "Esa hora ya ha pasado."        exclamation  Hora
 //   no repeat choice                "Señala cada cuanto quieres..." information  Cada
 //   text empty                      "Introduce el texto."           information  Texto
+//   text not storable               "El texto tiene caracteres..."  exclamation  Texto
 // Returns the box to focus, or nothing when every check passed.
 // The present minute is accepted (seconds do not count). An unchanged existing alarm whose
 // time has passed is refused like any other: saving it would launch it again at once.

@@ -13,10 +13,12 @@
 
 namespace vt {
 
-int LaunchDueAlarms(EntryList& alarms, EntryList& repetitions, Date today, Dialogs& dialogs, const RunLog& run_log) {
-    int launched = 0;
+LaunchResult LaunchDueAlarms(EntryList& alarms, EntryList& repetitions, Date today, Dialogs& dialogs,
+                             const RunLog& run_log) {
+    LaunchResult result;
     // The length is read again on every round: a non-repeating alarm is removed on the way, and
-    // the alarm that moves into its place is looked at without advancing the index.
+    // the alarm that moves into its place is looked at without advancing the index. Held alarms
+    // stay, and only later ones are removed, so the places recorded stay right.
     int i = 1;
     while (i <= alarms.Count()) {
         const auto date = AlarmDate(alarms[i]);
@@ -27,36 +29,63 @@ int LaunchDueAlarms(EntryList& alarms, EntryList& repetitions, Date today, Dialo
         const std::string entry = alarms[i];  // as it stood, for the log, before any change
         const std::string_view time = CharMid(entry, 12, 5);
         const std::string text = SplitStartDateTag(CharMid(entry, 28)).text;
+        const int count = *AlarmCount(entry);
+        // An alarm from a day the program did not run also owes today's reminder when today is
+        // one of its occurrences; both must fit, or the advance would lose the second.
+        bool today_too = false;
+        if (count != 0 && *date != today) {
+            Date occurrence = *date;
+            today_too = NextOccurrence(occurrence, count, CharMid(entry, 21, 1), today, kOpenEnd, 1, false, today,
+                                       dialogs) == today;
+        }
+        if (repetitions.Count() + (today_too ? 2 : 1) > kMaxEntries) {
+            result.held.push_back(i);
+            ++i;
+            continue;
+        }
         // The reminder keeps the stored date even when it is past: it is then due at once.
         repetitions.Append(BuildRepetitionEntry(CharMid(entry, 1, 10), time, text));
         if (run_log) {
             run_log("REP> " + entry);
         }
-        ++launched;
-
-        const int count = *AlarmCount(entry);
+        ++result.launched;
+        if (today_too) {
+            repetitions.Append(BuildRepetitionEntry(FormatDate(today), time, text));
+        }
         if (count == 0) {
             alarms.Remove(i);
             continue;
         }
-        if (*date == today) {
-            ++i;
-            continue;
-        }
-        Date occurrence = *date;
-        const auto next =
-            NextOccurrence(occurrence, count, CharMid(entry, 21, 1), today, kOpenEnd, 1, false, today, dialogs);
-        if (next == today) {
-            repetitions.Append(BuildRepetitionEntry(FormatDate(today), time, text));
-        }
         ++i;
     }
-    return launched;
+    return result;
 }
 
-void AdvanceAlarmDates(EntryList& alarms, EntryList& repetitions, Date today, Dialogs& dialogs, const RunLog& run_log) {
-    LaunchDueAlarms(alarms, repetitions, today, dialogs, run_log);
-    AdvanceStoredAlarmDates(alarms, today, dialogs);
+int AdvanceAlarmDates(EntryList& alarms, EntryList& repetitions, Date today, Dialogs& dialogs, const RunLog& run_log) {
+    const LaunchResult result = LaunchDueAlarms(alarms, repetitions, today, dialogs, run_log);
+    if (result.held.empty()) {
+        AdvanceStoredAlarmDates(alarms, today, dialogs);
+        return 0;
+    }
+    // The held alarms sit out the advance: moved on, they would never be reminded of.
+    EntryList held;
+    EntryList others;
+    size_t next_held = 0;
+    for (int i = 1; i <= alarms.Count(); ++i) {
+        if (next_held < result.held.size() && result.held[next_held] == i) {
+            held.Append(std::move(alarms[i]));
+            ++next_held;
+        } else {
+            others.Append(std::move(alarms[i]));
+        }
+    }
+    AdvanceStoredAlarmDates(others, today, dialogs);
+    alarms = std::move(held);
+    for (auto& entry : others) {
+        alarms.Append(entry);
+    }
+    SortAlarms(alarms);
+    return static_cast<int>(result.held.size());
 }
 
 void SortRepetitions(EntryList& repetitions) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/dialogs.h"
 #include "store/dates.h"
@@ -16,6 +17,16 @@ namespace vt {
 
 using RunLog = std::function<void(const std::string&)>;
 
+inline constexpr const char* kRemindersFullMessage =
+    "La lista de repeticiones está llena (caben 998). Las alarmas que tocan ahora avisarán en cuanto borres alguna "
+    "repetición.";
+
+// What a launch did: the alarms launched, and the due alarms held back for want of room.
+struct LaunchResult {
+    int launched = 0;
+    std::vector<int> held;  // their places in the alarm list once the launch is over, ascending
+};
+
 // Walks the alarms in order. Each alarm dated today or earlier gets a repetition for its stored
 // date, time and text (without the start-date tag), and one run-log line "REP> " + the alarm's
 // entry as it stood. Then:
@@ -24,12 +35,17 @@ using RunLog = std::function<void(const std::string&)>;
 //  - an alarm from a day the program did not run gets a second repetition for today when today
 //    is one of its occurrences, without a log line. The days missed in between are not
 //    replayed: at most the stored date and today are reminded. Its stored date is not moved here.
-// Alarms that do not read are passed over. Returns how many alarms were launched.
+// Alarms that do not read are passed over. A due alarm whose repetitions would take the list
+// past kMaxEntries is held: not launched, not logged, left as it is, so that it is launched by a
+// later call once there is room, and never dropped by the file's limit.
 // The caller rebuilds the repetitions menu afterwards.
-int LaunchDueAlarms(EntryList& alarms, EntryList& repetitions, Date today, Dialogs& dialogs, const RunLog& run_log);
+LaunchResult LaunchDueAlarms(EntryList& alarms, EntryList& repetitions, Date today, Dialogs& dialogs,
+                             const RunLog& run_log);
 
-// The agenda refresh's last step: launch what is due, then move every alarm to its next date.
-void AdvanceAlarmDates(EntryList& alarms, EntryList& repetitions, Date today, Dialogs& dialogs, const RunLog& run_log);
+// The agenda refresh's last step: launch what is due, then move every alarm to its next date,
+// except the alarms held, which keep their date until they can be launched. Returns how many
+// were held.
+int AdvanceAlarmDates(EntryList& alarms, EntryList& repetitions, Date today, Dialogs& dialogs, const RunLog& run_log);
 
 // Ascending by date and time (field 7, as date-times); equal moments keep their order, and
 // repetitions whose moment does not read go last, in their order.

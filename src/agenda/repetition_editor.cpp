@@ -25,7 +25,10 @@ RepetitionForm OpenRepetitionForm(bool add_mode, const EntryList& repetitions, i
 }
 
 std::optional<EditorBox> CheckRepetitionForm(RepetitionForm& form, DateTime now, Dialogs& dialogs) {
-    return CheckDateAndTime(form.fecha, form.hora, now, dialogs);
+    if (auto box = CheckDateAndTime(form.fecha, form.hora, now, dialogs)) {
+        return box;
+    }
+    return CheckTextCanBeStored(form.texto, dialogs);
 }
 
 std::string RepetitionEntryFromForm(const RepetitionForm& form) {

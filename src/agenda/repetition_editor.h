@@ -31,8 +31,8 @@ struct RepetitionForm {
 RepetitionForm OpenRepetitionForm(bool add_mode, const EntryList& repetitions, int index, std::string_view preset_date,
                                   DateTime now);
 
-// The date and time checks of the alarm editor (CheckDateAndTime), and nothing more: an empty
-// text is allowed, the reminder then shows "(Sin mensaje)".
+// The date and time checks of the alarm editor (CheckDateAndTime), then CheckTextCanBeStored:
+// an empty text is allowed, the reminder then shows "(Sin mensaje)".
 std::optional<EditorBox> CheckRepetitionForm(RepetitionForm& form, DateTime now, Dialogs& dialogs);
 
 // "dd/mm/yyyy hh:mm text", the text with its commas as ";".

@@ -82,6 +82,7 @@ Outcome App::Start(std::string_view command_line) {
     state_.TodayMode.clear();
     state_.DepartureStage = 0;
     state_.ClockInErrorReported = false;
+    state_.RemindersFullReported = false;
     state_.StatusText = kAppTitle;
     state_.DepartureLabel.clear();
     state_.TareaActual = UltimaTareaDeHoy(paths_, ports_.clock);
@@ -90,8 +91,9 @@ Outcome App::Start(std::string_view command_line) {
     if (!LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs)) {
         return Outcome::Exit;
     }
-    ReportUnreadableEntries();
+    // After the work date is settled: a clock-in that a new day replaces is not worth naming.
     SettleWorkDate(state_, ports_.clock.Now());
+    ReportUnreadableEntries();
     if (RefreshAfterChange() == Outcome::Exit) {
         return Outcome::Exit;
     }
@@ -127,8 +129,7 @@ Outcome App::RefreshAfterChange() {
     UpdateDepartureNow();
     RefreshRepetitionMenu();
     // Due alarms become reminders here; the menu is rebuilt with them.
-    AdvanceAlarmDates(state_.settings.Alarms, state_.settings.Repetitions, Today(ports_.clock), ports_.dialogs,
-                      [this](const std::string& text) { RunLog(text); });
+    LaunchAlarms();
     RefreshRepetitionMenu();
     // Before start-up has set the calendar's date there is no calendar to refresh yet.
     if (state_.CalendarDate.ok()) {
@@ -248,30 +249,35 @@ void App::OpenDayEntry(std::string_view kind, int index) {
 void App::OpenAlarm(bool add_mode, int index, std::string_view preset_date) {
     // Focus moving into the editor must not store a half-typed clock-in.
     state_.ClockInBoxesActive = false;
-    const bool changed = OpenAlarmEditor(
-        state_.settings.Alarms, add_mode, index, preset_date, ports_.clock.Now(),
-        [this](const std::string& text) { RunLog(text); }, [this](AlarmForm& form) { return view_.EditAlarm(form); });
-    if (changed) {
-        AfterAlarmChange();
+    // A full list is refused before the editor opens, so that nothing typed is thrown away.
+    if (!add_mode || RoomForOneMore(state_.settings.Alarms, kAlarmsFullMessage, ports_.dialogs)) {
+        const bool changed = OpenAlarmEditor(
+            state_.settings.Alarms, add_mode, index, preset_date, ports_.clock.Now(),
+            [this](const std::string& text) { RunLog(text); },
+            [this](AlarmForm& form) { return view_.EditAlarm(form); });
+        if (changed) {
+            AfterAlarmChange();
+        }
     }
     state_.ClockInBoxesActive = true;
 }
 
 void App::OpenRepetitionEditorFor(bool add_mode, int index, std::string_view preset_date) {
     state_.ClockInBoxesActive = false;
-    const bool changed =
-        OpenRepetitionEditor(state_.settings.Repetitions, add_mode, index, preset_date, ports_.clock.Now(),
-                             [this](RepetitionForm& form) { return view_.EditRepetition(form); });
-    if (changed) {
-        AfterRepetitionChange();
+    if (!add_mode || RoomForOneMore(state_.settings.Repetitions, kRepetitionsFullMessage, ports_.dialogs)) {
+        const bool changed =
+            OpenRepetitionEditor(state_.settings.Repetitions, add_mode, index, preset_date, ports_.clock.Now(),
+                                 [this](RepetitionForm& form) { return view_.EditRepetition(form); });
+        if (changed) {
+            AfterRepetitionChange();
+        }
     }
     state_.ClockInBoxesActive = true;
 }
 
 void App::AfterAlarmChange() {
     // An alarm saved for today becomes a reminder at once.
-    AdvanceAlarmDates(state_.settings.Alarms, state_.settings.Repetitions, Today(ports_.clock), ports_.dialogs,
-                      [this](const std::string& text) { RunLog(text); });
+    LaunchAlarms();
     RefreshRepetitionMenu();
     RefreshCalendar();
     SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
@@ -279,6 +285,10 @@ void App::AfterAlarmChange() {
 }
 
 void App::AfterRepetitionChange() {
+    // A deleted reminder may make room for a waiting alarm.
+    if (state_.RemindersFullReported) {
+        LaunchAlarms();
+    }
     RefreshRepetitionMenu();
     RefreshCalendar();
     SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
@@ -355,18 +365,39 @@ void App::RunLog(const std::string& text) {
 
 void App::ReportUnreadableEntries() {
     const std::vector<std::string> keys = UnreadableEntryKeys(state_.settings);
-    if (keys.empty()) {
+    const std::vector<std::string> clock_ins = UnreadableClockIns(state_.settings);
+    if (keys.empty() && clock_ins.empty()) {
         return;
     }
     // Each one is named with its entry too: the key alone would not find it again, as every
     // save renumbers the keys.
-    std::string text =
-        "Estas entradas de la agenda tienen una fecha u hora que no se puede leer. Se conservan tal como están, "
-        "pero no aparecerán ni avisarán hasta que se corrijan en el archivo de configuración:\r\n";
-    for (const std::string& key : keys) {
-        text += "\r\n" + key + "=" + EntryForKey(state_.settings, key);
+    std::string text;
+    if (!keys.empty()) {
+        text =
+            "Estas entradas de la agenda tienen una fecha u hora que no se puede leer. Se conservan tal como están, "
+            "pero no aparecerán ni avisarán hasta que se corrijan en el archivo de configuración:\r\n";
+        for (const std::string& key : keys) {
+            text += "\r\n" + key + "=" + EntryForKey(state_.settings, key);
+        }
+    }
+    // All in one box: start-up shows enough boxes already.
+    if (!clock_ins.empty()) {
+        text += text.empty() ? "" : "\r\n\r\n";
+        text += "Estos fichajes tienen una hora que no se puede leer. Corrígelos en la ventana principal:\r\n";
+        for (const std::string& clock_in : clock_ins) {
+            text += "\r\n" + clock_in;
+        }
     }
     ports_.dialogs.Warn(text);
+}
+
+void App::LaunchAlarms() {
+    const int held = AdvanceAlarmDates(state_.settings.Alarms, state_.settings.Repetitions, Today(ports_.clock),
+                                       ports_.dialogs, [this](const std::string& text) { RunLog(text); });
+    if (held > 0 && !state_.RemindersFullReported) {
+        ports_.dialogs.Warn(kRemindersFullMessage);
+    }
+    state_.RemindersFullReported = held > 0;
 }
 
 void App::RefreshRepetitionMenu() {
@@ -412,6 +443,10 @@ void App::CheckDueRepetitions() {
             AppendRepetition(repetitions, state_.RepeatTarget);
         }
         RemoveRepetition(repetitions, due);
+        // The place it leaves goes to an alarm waiting for room, which is then due at once.
+        if (state_.RemindersFullReported) {
+            LaunchAlarms();
+        }
         RefreshRepetitionMenu();
         RefreshCalendar();
         // The dialog may have held up the regular scan.

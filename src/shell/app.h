@@ -135,6 +135,9 @@ private:
     void UpdateDepartureNow();
     void ReportUnreadableEntries();
     void RefreshRepetitionMenu();
+    // Due alarms become reminders and every alarm moves to its next date; when the reminders
+    // are full, the user is told once.
+    void LaunchAlarms();
     // Shows each due reminder in turn and handles the user's answer.
     void CheckDueRepetitions();
     void RunLog(const std::string& text);

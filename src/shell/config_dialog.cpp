@@ -32,6 +32,8 @@ FrmConfig::FrmConfig(Dialogs& dialogs, QWidget* parent) : KeyFirstDialog(parent)
         label->setObjectName(QStringLiteral("lblDia(%1)").arg(row));
         auto* box = new TimeBox(dialogs, this);
         box->setObjectName(QStringLiteral("txtHora(%1)").arg(row));
+        // An empty time would be stored as "|C", which the next load reads as hours "|C".
+        box->setRequired(true);
         label->setBuddy(box);
         auto* check = new QCheckBox(QStringLiteral("Jornada continua"), this);
         check->setObjectName(QStringLiteral("chkContinua(%1)").arg(row));

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <QValidator>
 
+#include "platform/dialogs.h"
 #include "store/entry_rules.h"
 
 namespace vt {
@@ -114,7 +115,13 @@ void TimeBox::focusOutEvent(QFocusEvent* event) {
 }
 
 bool TimeBox::validate() {
-    const auto completed = ValidateTimeEntry(TimeBoxEditText(text().toStdString()), m_dialogs);
+    const std::string typed = TimeBoxEditText(text().toStdString());
+    std::optional<std::string> completed;
+    if (typed.empty() && m_required) {
+        m_dialogs.Warn(kTimeFormatMessage);
+    } else {
+        completed = ValidateTimeEntry(typed, m_dialogs);
+    }
     if (!completed) {
         takeFocusBack();
         return false;

@@ -24,6 +24,10 @@ public:
     // neither cuts "07:45" to the four characters an edit allows nor leaves a ":" to type over.
     void showStoredValue(const QString& value);
 
+    // A required box refuses to be left empty, with the same message as a wrong time. The
+    // clock-in boxes may stay empty; a day's hours to work may not.
+    void setRequired(bool required) { m_required = required; }
+
     // Completes and checks the text as leaving the box does, without emitting timeLeft.
     // Refused: the message is shown and the focus goes back into the box, text selected.
     // Accepted: the box shows the completed "hh:mm" (or stays empty).
@@ -47,6 +51,7 @@ private:
     Dialogs& m_dialogs;
     QString m_storedValue;
     bool m_takingFocusBack = false;
+    bool m_required = false;
 };
 
 }  // namespace vt

@@ -34,6 +34,9 @@ struct AppState {
     int DepartureStage = 0;
     std::string DepartureLabel;  // the "Salida:" label's caption
     bool ClockInErrorReported = false;
+    // Raised while due alarms wait for room in a full list of repetitions, once the user has
+    // been told; every reminder that leaves the list then lets them try again.
+    bool RemindersFullReported = false;
     // Cleared while a dialog is open over the main window, so that focus moving into it does
     // not store a half-typed clock-in.
     bool ClockInBoxesActive = true;

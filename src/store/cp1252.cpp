@@ -123,6 +123,24 @@ std::string Utf8ToCp1252(std::string_view text) {
     return out;
 }
 
+std::string CharactersOutsideCp1252(std::string_view text) {
+    std::string outside;
+    size_t pos = 0;
+    while (pos < text.size()) {
+        const Utf8Char ch = DecodeUtf8At(text, pos);
+        pos += ch.length;
+        if (ch.valid && (ch.code == U'?' || ByteFor(ch.code) != '?')) {
+            continue;
+        }
+        std::string one;
+        AppendUtf8(one, ch.valid ? ch.code : U'\uFFFD');
+        if (outside.find(one) == std::string::npos) {
+            outside += one;
+        }
+    }
+    return outside;
+}
+
 size_t Utf8Length(std::string_view text) {
     size_t count = 0;
     for (size_t pos = 0; pos < text.size(); pos += DecodeUtf8At(text, pos).length) {

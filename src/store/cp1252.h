@@ -28,6 +28,10 @@ struct Utf8Char {
 };
 Utf8Char DecodeUtf8At(std::string_view text, std::size_t pos);
 
+// The characters of a UTF-8 text that Windows-1252 cannot hold, each once, in the order they
+// first appear; "" when the whole text fits. A byte that is no valid UTF-8 counts as U+FFFD.
+std::string CharactersOutsideCp1252(std::string_view text);
+
 // Characters, not bytes: tooltips and fixed-width fields are cut by characters.
 std::size_t Utf8Length(std::string_view text);
 // The first n characters (all of it when shorter).

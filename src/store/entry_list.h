@@ -4,6 +4,10 @@
 
 namespace vt {
 
+// The most entries of one kind (alarms, repetitions) the settings file holds: its keys run
+// from 001 to 998, and "_999" and beyond are never read. Nothing may add an entry past it.
+inline constexpr int kMaxEntries = 998;
+
 // A list of agenda entries numbered from 1, as the settings file numbers them. Removing an
 // entry moves the later ones down by one.
 class EntryList {

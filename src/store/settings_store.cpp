@@ -21,9 +21,6 @@ namespace {
 constexpr std::array<std::string_view, 8> kWeekdayKeys = {"",       "LUNES",   "MARTES", "MIERCOLES",
                                                           "JUEVES", "VIERNES", "SABADO", "DOMINGO"};
 
-// Keys run from 001 to 998; "_999" and beyond are never read, which caps each list.
-constexpr int kMaxEntries = 998;
-
 constexpr const char* kFatalTitle = "ATENCIÓN!";
 
 std::string EntryKey(std::string_view prefix, int number) {
@@ -33,7 +30,7 @@ std::string EntryKey(std::string_view prefix, int number) {
 }
 
 // The entry number of a key such as "ALA_007" (prefix, then three digits), or 0 when the key is
-// no entry key or lies outside 001..998.
+// no entry key or lies outside 001..kMaxEntries.
 int EntryNumber(std::string_view key, std::string_view prefix) {
     if (key.size() != prefix.size() + 3) {
         return 0;

@@ -65,6 +65,18 @@ void SettleWorkDate(AppState& state, DateTime now) {
     }
 }
 
+std::vector<std::string> UnreadableClockIns(const Settings& settings) {
+    static constexpr std::array<const char*, 3> kKeys{"ENTRADA1", "SALIDA1", "ENTRADA2"};
+    std::vector<std::string> unreadable;
+    for (int index = 0; index < 3; ++index) {
+        const std::string& time = StoredTime(settings, index);
+        if (!time.empty() && !ParseTimeOfDay(time)) {
+            unreadable.push_back(std::string(kKeys[static_cast<size_t>(index)]) + "=" + time);
+        }
+    }
+    return unreadable;
+}
+
 bool IsStorableClockIn(std::string_view text) {
     return text.empty() || text.size() == 5;
 }
@@ -75,8 +87,9 @@ void UpdateDeparture(AppState& state, int now_minutes, Dialogs& dialogs) {
         ComputeDeparture({state.TodayHours, state.TodayMode, s.Entrada1, s.Salida1, s.Entrada2}, now_minutes);
     if (!d.consistent && !state.ClockInErrorReported) {
         dialogs.Warn(kClockInErrorMessage);
-        state.ClockInErrorReported = true;
     }
+    // Once the times are in order again, breaking them again is told again.
+    state.ClockInErrorReported = !d.consistent;
     state.DepartureStage = d.stage;
     state.DepartureLabel = d.label;
     state.StatusText = d.status;

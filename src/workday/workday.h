@@ -1,6 +1,7 @@
 #pragma once
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "store/app_state.h"
 #include "store/dates.h"
@@ -24,6 +25,11 @@ void StoreTime(Settings& settings, int index, std::string time);
 // program on a new day records the arrival). A work date that cannot be read counts as an
 // earlier day. The caller saves and refreshes afterwards, in every case.
 void SettleWorkDate(AppState& state, DateTime now);
+
+// The stored clock-ins that are neither empty nor a time of day (a hand-edited file), each as
+// "ENTRADA1=abc", in the order of the boxes. They are kept as they are; the departure counts
+// them as 00:00.
+std::vector<std::string> UnreadableClockIns(const Settings& settings);
 
 // Whether a clock-in box's text may be stored when the box is left: empty, or a whole "hh:mm".
 bool IsStorableClockIn(std::string_view text);

@@ -111,6 +111,10 @@ TEST(RefusedAlarm, ShowsOneMessageAndNamesTheBox) {
              {"bad date before bad time", Filled("3112", "2400"), kDateFormatMessage, kWarn, EditorBox::Fecha},
              {"past before no choice", Filled("17/03/2024", "23:59", -1, ""), kTimePassedMessage, kWarn,
               EditorBox::Hora},
+             {"text the file cannot hold", Filled("20/03/2024", "09:15", kUnDia, "!Cita en 東京, 東口 ✓"),
+              "El texto tiene caracteres que no se pueden guardar: 東京口✓", kWarn, EditorBox::Texto},
+             {"past before the text's characters", Filled("10/03/2024", "10:30", kNunca, "日本"), kTimePassedMessage,
+              kWarn, EditorBox::Hora},
          }) {
         SCOPED_TRACE(what);
         test::ScriptedDialogs dialogs;
@@ -132,7 +136,7 @@ TEST(RefusedAlarm, KeepsWhatCouldNotBeReadAndConvertsWhatCould) {
     EXPECT_EQ(no_text.fecha + " " + no_text.hora, "20/03/2024 07:45");
 }
 
-TEST(CheckingARepetition, RunsTheDateAndTimeChecksOnly) {
+TEST(CheckingARepetition, RunsTheDateAndTimeChecksAndTheTextsCharactersOnly) {
     test::ScriptedDialogs dialogs;
     RepetitionForm passed = Reminder("170324", "2359");
     EXPECT_EQ(CheckRepetitionForm(passed, kNow, dialogs), EditorBox::Hora);
@@ -142,6 +146,13 @@ TEST(CheckingARepetition, RunsTheDateAndTimeChecksOnly) {
     EXPECT_EQ(CheckRepetitionForm(empty_text, kNow, dialogs), std::nullopt);
     EXPECT_EQ(empty_text.fecha + " " + empty_text.hora, "18/03/2024 10:30");
     EXPECT_EQ(dialogs.Shown().size(), 1u);
+    // The text must fit the settings file; Windows-1252 holds "€" and "ñ" but no "日本".
+    RepetitionForm fits = Reminder("180324", "1030", "Año € ñ «x»");
+    EXPECT_EQ(CheckRepetitionForm(fits, kNow, dialogs), std::nullopt);
+    RepetitionForm foreign = Reminder("180324", "1030", "Llamar a 日本");
+    EXPECT_EQ(CheckRepetitionForm(foreign, kNow, dialogs), EditorBox::Texto);
+    EXPECT_EQ(dialogs.Texts().back(), "El texto tiene caracteres que no se pueden guardar: 日本");
+    EXPECT_EQ(dialogs.Shown().size(), 2u);
 }
 
 // The present minute is accepted to its last second; short forms and blanks are put in their

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 
 #include "app_harness.h"
 #include "entry_lists.h"
@@ -22,16 +23,22 @@ protected:
         std::string text =
             "[GENERAL]\r\nFECHA=06-03-24\r\nENTRADA1=08:00\r\nNUM_ALARMAS=" + std::to_string(alarms.size()) +
             "\r\n[REPETICIONES]\r\n";
+        const auto add = [&text](const char* prefix, size_t n, const std::string& entry) {
+            char key[16];
+            std::snprintf(key, sizeof key, "%s%03zu=", prefix, n + 1);
+            text += key + entry + "\r\n";
+        };
         for (size_t n = 0; n < repetitions.size(); ++n) {
-            text += "REP_00" + std::to_string(n + 1) + "=" + repetitions[n] + "\r\n";
+            add("REP_", n, repetitions[n]);
         }
         text += "[ALARMAS]\r\n";
         for (size_t n = 0; n < alarms.size(); ++n) {
-            text += "ALA_00" + std::to_string(n + 1) + "=" + alarms[n] + "\r\n";
+            add("ALA_", n, alarms[n]);
         }
         folder.WriteFile("VendrakoTimer.ini", Utf8ToCp1252(text));
         ASSERT_EQ(Start(), Outcome::Continue);
     }
+    bool FileHas(const std::string& text) const { return SettingsFile().find(text) != std::string::npos; }
     Lines Repetitions() const { return test::Items(app->State().settings.Repetitions); }
     Lines Alarms() const { return test::Items(app->State().settings.Alarms); }
 };
@@ -139,6 +146,61 @@ TEST_F(FiringTest, UnreadableEntriesAreNamedOnceAndKeptThroughSaves) {
     EXPECT_NE(SettingsFile().find("=06/03/2024 25:99 Hora imposible\r\n"), std::string::npos);
     EXPECT_NE(SettingsFile().find("ALA_001=xx/03/2024 10:00 00 D 14 0 Roto\r\n"), std::string::npos);
     EXPECT_EQ(dialogs.Shown().size(), shown_at_start) << "reported once, at start-up only";
+}
+
+// With 998 reminders, the most the file holds, a due alarm waits in the alarms, told once, and
+// fires as soon as a reminder leaves; a reminder put off for later replaces itself and fits.
+TEST_F(FiringTest, WithFullRemindersADueAlarmWaitsAndFiresAsSoonAsThereIsRoom) {
+    const std::string full =
+        "La lista de repeticiones está llena (caben 998). Las alarmas que tocan ahora avisarán en cuanto borres "
+        "alguna repetición.";
+    const auto told = [&] {
+        const Lines texts = dialogs.Texts();
+        return std::count(texts.begin(), texts.end(), full);
+    };
+    Lines reminders{"06/03/2024 08:00 Correo", "06/03/2024 08:05 Pan"};
+    reminders.resize(998, "09/03/2024 10:00 Compra");
+    const Lines alarms{"05/03/2024 10:00 01 D 00 0 Diario", "06/03/2024 07:00 00 D 14 0 Fichar"};
+    StartWith(reminders, alarms);
+    for (int load = 0; load < 2; ++load) {  // and the same once the saved file is loaded again
+        EXPECT_EQ(Alarms(), alarms);
+        EXPECT_EQ(Repetitions().size(), 998u);
+        EXPECT_EQ(told(), 1);
+        EXPECT_TRUE(FileHas("NUM_ALARMAS=2\r\n"));
+        EXPECT_TRUE(FileHas("ALA_002=06/03/2024 07:00 00 D 14 0 Fichar\r\n"));
+        EXPECT_TRUE(FileHas("REP_998=09/03/2024 10:00 Compra\r\n\r\n[ALARMAS]"));
+        EXPECT_FALSE(folder.Exists("LOG/TIMER.LOG"));
+        app.reset();
+        dialogs.Forget();
+        ASSERT_EQ(Start(), Outcome::Continue);
+    }
+    app->LeaveClockIn(1, "13:00");
+    EXPECT_EQ(told(), 1) << "told once";
+
+    // Correo put off, Pan dropped: Fichar takes the place and fires at once. Diario owes a
+    // reminder for yesterday and one for today, and waits for a second place.
+    view.repeat_answers = {2, std::nullopt, std::nullopt};
+    app->Tick();
+    ASSERT_EQ(view.prompts.size(), 3u);
+    EXPECT_EQ(view.prompts[2].text, "Fichar");
+    EXPECT_EQ(Alarms(), Lines{"05/03/2024 10:00 01 D 00 0 Diario"});
+    EXPECT_EQ(Repetitions().size(), 997u);
+    clock.Set(6, 3, 2024, 8, 27);
+    view.repeat_answers = {std::nullopt, std::nullopt};
+    app->Tick();  // Correo again, dropped: both of Diario's reminders fit, yesterday's is due
+    ASSERT_EQ(view.prompts.size(), 5u);
+    EXPECT_EQ(view.prompts[4].when, "05/03/2024 10:00");
+    EXPECT_EQ(Alarms(), Lines{"07/03/2024 10:00 01 D 00 0 Diario"});
+    EXPECT_EQ(Repetitions().front(), "06/03/2024 10:00 Diario");
+    EXPECT_EQ(folder.ReadFile("LOG/TIMER.LOG"),
+              "[06/03/2024 08:12:00] REP> 06/03/2024 07:00 00 D 14 0 Fichar\r\n"
+              "[06/03/2024 08:27:00] REP> 05/03/2024 10:00 01 D 00 0 Diario\r\n");
+    EXPECT_EQ(told(), 1);
+    const Lines kept = Repetitions();
+    app.reset();
+    ASSERT_EQ(Start(), Outcome::Continue);
+    EXPECT_EQ(Repetitions(), kept);
+    EXPECT_EQ(Alarms(), Lines{"07/03/2024 10:00 01 D 00 0 Diario"});
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ protected:
     Lines log;
     RunLog run_log = [this](const std::string& line) { log.push_back(line); };
 
-    int Launch() { return LaunchDueAlarms(alarms, repetitions, monday, dialogs, run_log); }
+    int Launch() { return LaunchDueAlarms(alarms, repetitions, monday, dialogs, run_log).launched; }
     void Advance() { AdvanceAlarmDates(alarms, repetitions, monday, dialogs, run_log); }
 };
 

@@ -2,6 +2,8 @@
 // change the follow-up the item owes (reminders launched, menu rebuilt, settings saved, scan).
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include "app_harness.h"
 #include "entry_lists.h"
 
@@ -112,6 +114,63 @@ TEST_F(AgendaMenusTest, CalendarEntriesOpenTheirEditorAndAnUnknownKindSaysSo) {
     app->OpenDayEntry("XYZ", 1);
     EXPECT_EQ(dialogs.Texts(), std::vector<std::string>{"Algo va mal"});
     EXPECT_EQ(SettingsFile(), before);
+}
+
+// 998 alarms and 998 reminders are the most the file holds: every way of adding one more is
+// refused before its editor opens, and once one is deleted there is room again.
+TEST_F(AgendaMenusTest, AFullAgendaRefusesTheNextEntryAndNothingGoesPast998) {
+    std::string text = "[GENERAL]\r\nFECHA=06-03-24\r\nENTRADA1=08:00\r\nNUM_ALARMAS=998\r\n[REPETICIONES]\r\n";
+    std::string alarms = "[ALARMAS]\r\n";
+    for (int n = 1; n <= 998; ++n) {
+        char number[16];
+        std::snprintf(number, sizeof number, "_%03d=", n);
+        text += "REP" + std::string(number) + "20/03/2024 10:00 Llamar\r\n";
+        alarms += "ALA" + std::string(number) + "20/03/2024 10:00 01 M 07 0 Factura\r\n";
+    }
+    folder.WriteFile("VendrakoTimer.ini", text + alarms);
+    app.reset();
+    ASSERT_EQ(Start(), Outcome::Continue);
+    app->SetScanHook([this] { ++scans; });
+    dialogs.Forget();
+    const std::string before = SettingsFile();
+    view.edit_alarm = [](AlarmForm& form) {
+        form = AlarmForm{"21/03/2024", "10:00", 0, "Otra", false};
+        return EditorAction::Save;
+    };
+    view.edit_repetition = [](RepetitionForm& form) {
+        form = RepetitionForm{"21/03/2024", "10:00", "Otra", false};
+        return EditorAction::Save;
+    };
+    app->NewAlarm("");
+    app->NewRepetition("");
+    for (const auto kind : {DayMenuChoice::Kind::AddAlarm, DayMenuChoice::Kind::AddRepetition}) {
+        view.day_menu_choice = DayMenuChoice{kind, 0};
+        app->ClickDay(20);
+    }
+    const std::string alarms_full = "La agenda está llena: caben 998 alarmas. Borra alguna antes de añadir otra.";
+    const std::string reminders_full =
+        "La agenda está llena: caben 998 repeticiones. Borra alguna antes de añadir otra.";
+    EXPECT_EQ(dialogs.Texts(), (std::vector<std::string>{alarms_full, reminders_full, alarms_full, reminders_full}));
+    EXPECT_TRUE(view.alarm_forms.empty());
+    EXPECT_TRUE(view.repetition_forms.empty());
+    EXPECT_TRUE(SettingsFile() == before) << "nothing saved";
+    EXPECT_EQ(scans, 0);
+
+    // One deleted makes room for one.
+    const auto edit_alarm = view.edit_alarm;
+    view.edit_alarm = [](AlarmForm&) { return EditorAction::Delete; };
+    app->OpenDayEntry("ALA", 1);
+    view.edit_alarm = edit_alarm;
+    app->NewAlarm("");
+    app->NewAlarm("");
+    EXPECT_EQ(view.alarm_forms.size(), 2u);
+    EXPECT_EQ(dialogs.Texts().back(), alarms_full);
+    EXPECT_EQ(Alarms().back(), "21/03/2024 10:00 00 D 14 0 Otra");
+    EXPECT_NE(SettingsFile().find("NUM_ALARMAS=998\r\n"), std::string::npos);
+    EXPECT_NE(SettingsFile().find("ALA_998=21/03/2024 10:00 00 D 14 0 Otra\r\n"), std::string::npos);
+    app.reset();
+    EXPECT_EQ(Start(), Outcome::Continue) << "the file reads back whole";
+    EXPECT_EQ(Alarms().size(), 998u);
 }
 
 }  // namespace

@@ -34,7 +34,11 @@ TEST(Utf8Writing, WritesAQuestionMarkForWhatHasNoByte) {
         {"BrokenThenValid", "\xC3(\xC3\xB1", "?(\xF1"}};
     for (const auto& [name, utf8, expected] : cases) {
         EXPECT_EQ(Utf8ToCp1252(utf8), expected) << name;
+        // What would be written as "?" is what the editors refuse.
+        EXPECT_EQ(CharactersOutsideCp1252(utf8).empty(), expected.find('?') == std::string::npos) << name;
     }
+    // Each once, in order; a typed "?" fits, a broken byte is shown as the replacement character.
+    EXPECT_EQ(CharactersOutsideCp1252("\u00BFa? \U0001F600\u65E5\U0001F600 \xC3("), "\U0001F600\u65E5\uFFFD");
 }
 
 TEST(Utf8, CountsAndCutsCharactersNotBytesAndEachBrokenByteIsOne) {

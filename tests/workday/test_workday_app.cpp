@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "app_harness.h"
+#include "workday/departure.h"
 
 namespace vt {
 namespace {
@@ -81,7 +82,8 @@ TEST_F(WorkdayAppTest, TypingAClockInSavesItAndMovesTheDeparture) {
     EXPECT_TRUE(FileHas("SALIDA1=14:00\r\nENTRADA2=15:30\r\n"));
 }
 
-TEST_F(WorkdayAppTest, InconsistentClockInsShowTheErrorOnce) {
+// Once for each time the order is broken: put right, then broken again, it is shown again.
+TEST_F(WorkdayAppTest, InconsistentClockInsShowTheErrorOnceEachTimeTheyGoWrong) {
     StartWith("FECHA=06-03-24\r\nENTRADA1=08:00\r\n");
     app->LeaveClockIn(1, "07:00");  // leaving before arriving
     app->Tick();
@@ -89,6 +91,32 @@ TEST_F(WorkdayAppTest, InconsistentClockInsShowTheErrorOnce) {
     EXPECT_EQ(dialogs.Shown().size(), 1u);
     EXPECT_EQ(view.departure_label, "(Error. Revisa los fichajes.)");
     EXPECT_EQ(app->State().DepartureStage, 0);
+    app->LeaveClockIn(1, "13:00");
+    app->Tick();
+    EXPECT_EQ(dialogs.Shown().size(), 1u);
+    app->LeaveClockIn(2, "12:00");
+    app->Tick();
+    EXPECT_EQ(dialogs.Texts(), std::vector<std::string>(2, kClockInErrorMessage));
+}
+
+// A clock-in that does not read is kept as loaded and named at start-up in the one box that
+// names the unreadable agenda entries; one replaced by a new day's arrival is not named.
+TEST_F(WorkdayAppTest, AnUnreadableClockInIsKeptAndNamedAtStartUp) {
+    for (const char* date : {"06-03-24", "05-03-24"}) {
+        SCOPED_TRACE(date);
+        dialogs.Forget();
+        folder.WriteFile("VendrakoTimer.ini", std::string("[GENERAL]\r\nFECHA=") + date +
+                                                  "\r\nENTRADA1=abc\r\nNUM_ALARMAS=1\r\n"
+                                                  "[ALARMAS]\r\nALA_001=xx/03/2024 10:00 00 D 14 0 Roto\r\n");
+        ASSERT_EQ(Start(), Outcome::Continue);
+        const std::string report = dialogs.Texts().at(0);
+        EXPECT_NE(report.find("\r\nALA_001=xx/03/2024"), std::string::npos) << report;
+        const bool today = std::string(date) == "06-03-24";
+        EXPECT_EQ(report.find("\r\nENTRADA1=abc") != std::string::npos, today) << report;
+        EXPECT_EQ(view.clock_ins[0], today ? "abc" : "08:12");
+        EXPECT_EQ(FileHas("ENTRADA1=abc\r\n"), today);
+        app.reset();
+    }
 }
 
 TEST_F(WorkdayAppTest, WhileADialogIsOpenLeavingABoxStoresNothing) {

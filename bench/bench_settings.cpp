@@ -45,7 +45,7 @@ void BM_LoadSettings(benchmark::State& state) {
     vt::test::ScriptedDialogs dialogs;
     for (auto _ : state) {
         vt::Settings settings;
-        const bool loaded = vt::LoadSettings(folder.Path("VendrakoTimer.ini"), settings, dialogs);
+        const bool loaded = vt::LoadSettings(folder.Path("VendrakoTimer.ini"), settings, dialogs, vt::DateTime{});
         benchmark::DoNotOptimize(loaded);
         benchmark::DoNotOptimize(settings.Alarms.Count());
     }

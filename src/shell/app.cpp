@@ -46,6 +46,7 @@ constexpr const char* kAlreadyRunning = "VendrakoTimer ya se está ejecutando.";
 // The recent-files scan runs when the counter passes minutes-per-hour / 1 * 5 = 300 ticks,
 // that is on every 301st tick, about every five minutes.
 constexpr int kTicksBetweenScans = 60 / 1 * 5;
+constexpr int kTicksBetweenSaveRetries = 60;
 
 }  // namespace
 
@@ -88,7 +89,7 @@ Outcome App::Start(std::string_view command_line) {
     state_.TareaActual = UltimaTareaDeHoy(paths_, ports_.clock);
     tray_.Load();
     state_.StatusText = paths_.ExeBaseName;
-    if (!LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs)) {
+    if (!LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs, ports_.clock.Now())) {
         return Outcome::Exit;
     }
     // After the work date is settled: a clock-in that a new day replaces is not worth naming.
@@ -115,14 +116,29 @@ Outcome App::Tick() {
     UpdateDepartureNow();
     CheckDueRepetitions();
     AdvanceTickCounter();
+    RetryPendingSave();
     return Outcome::Continue;
+}
+
+bool App::Save() {
+    return SaveSettings(paths_, state_.settings, *this, ports_.dialogs, state_.Store);
+}
+
+void App::RetryPendingSave() {
+    // Once a minute rather than every second: each try writes the whole file, and a full disk
+    // rarely frees up within seconds. A new change tries at once anyway.
+    if (!state_.Store.SavePending) {
+        state_.SaveRetryTicks = 0;
+    } else if (++state_.SaveRetryTicks >= kTicksBetweenSaveRetries) {
+        state_.SaveRetryTicks = 0;
+        Save();
+    }
 }
 
 Outcome App::RefreshAfterChange() {
     // When the save failed the user has been told, and reading the old file back would throw
     // away the change they just made; memory keeps it for the next save instead.
-    if (SaveSettings(paths_, state_.settings, *this, ports_.dialogs) &&
-        !LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs)) {
+    if (Save() && !LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs, ports_.clock.Now())) {
         return Outcome::Exit;
     }
     FillTimeBoxes();
@@ -280,7 +296,7 @@ void App::AfterAlarmChange() {
     LaunchAlarms();
     RefreshRepetitionMenu();
     RefreshCalendar();
-    SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
+    Save();
     RunRecentFilesScan();
 }
 
@@ -291,7 +307,7 @@ void App::AfterRepetitionChange() {
     }
     RefreshRepetitionMenu();
     RefreshCalendar();
-    SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
+    Save();
     RunRecentFilesScan();
 }
 
@@ -360,7 +376,7 @@ void App::WindowRestored() {
 }
 
 void App::RunLog(const std::string& text) {
-    AppendRunLog(paths_, ports_.clock, *this, text);
+    AppendRunLog(paths_, ports_.clock, *this, ports_.dialogs, state_.Store, text);
 }
 
 void App::ReportUnreadableEntries() {
@@ -451,7 +467,7 @@ void App::CheckDueRepetitions() {
         RefreshCalendar();
         // The dialog may have held up the regular scan.
         RunRecentFilesScan();
-        SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
+        Save();
         state_.RepetitionShowing = false;
     }
 }
@@ -493,7 +509,7 @@ Outcome App::OpenSchedule() {
     view_.EditSchedule(state_.settings.DayHours, state_.settings.DayMode);
     // Closed either way, the schedule is saved and applied again (deliberately also after
     // "Cancelar": a continuous day then still loses its afternoon clock-ins).
-    SaveSettings(paths_, state_.settings, *this, ports_.dialogs);
+    Save();
     ApplyScheduleToToday(state_, ports_.dialogs);
     const Outcome outcome = RefreshAfterChange();
     state_.ClockInBoxesActive = true;
@@ -525,6 +541,12 @@ void App::Shutdown(bool interactive) {
         return;
     }
     started_ = false;  // the closing path runs once, whoever asks for it first
+    // Every change is saved when it is made; only one that has not reached the disk yet gets a
+    // last try here.
+    if (state_.Store.SavePending && !Save() && interactive) {
+        ports_.dialogs.Warn("Los \u00FAltimos cambios no se han podido guardar en:\r\n" + paths_.SettingsFile() +
+                            "\r\n\r\nSe perder\u00E1n al cerrar el programa.");
+    }
     RunRecentFilesScan();
     const std::string report = ShowProximityReport(false);
     MirrorLogFolder(paths_, *this);

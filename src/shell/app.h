@@ -129,6 +129,10 @@ public:
 
 private:
     void AdvanceTickCounter();
+    // Saves the settings, remembering failures in State().Store; a save that did not reach the
+    // disk is tried again from the tick.
+    bool Save();
+    void RetryPendingSave();
     // Save, load again, show the clock-ins and the departure anew.
     Outcome RefreshAfterChange();
     void FillTimeBoxes();

@@ -24,10 +24,26 @@ struct Settings {
     friend bool operator==(const Settings&, const Settings&) = default;
 };
 
+// What the saves and the run log remember from one call to the next during a run.
+struct StoreStatus {
+    // Backups or run-log lines that cannot be written are told once per run of the program: it
+    // goes on without them, and a message at every save or line would only be clicked away.
+    bool BackupFailureTold = false;
+    bool RunLogFailureTold = false;
+    // The last save did not reach the disk: memory holds changes the file lacks, and the save is
+    // tried again until one gets through. Its failure is told once, not at every retry.
+    bool SavePending = false;
+    // While a save is pending, the file that the failed attempt already copied to a backup
+    // slot: retries do not copy the same old version again, which would rotate every older copy
+    // out of the slots.
+    std::string CopiedWhilePending;
+};
+
 // The program's one state: the settings and the values that live only while it runs.
 // App owns it; everything else receives it by reference.
 struct AppState {
     Settings settings;
+    StoreStatus Store;
 
     std::string TodayHours;
     std::string TodayMode;
@@ -54,6 +70,8 @@ struct AppState {
     bool ReportShowing = false;
 
     std::int16_t TickCounter = 0;
+    // Ticks since the last try of a save that did not reach the disk.
+    int SaveRetryTicks = 0;
     int TimerIntervalMs = 0;
     bool TimerEnabled = false;
 };

@@ -6,9 +6,11 @@
 #include <optional>
 
 #include "platform/clock.h"
+#include "platform/dialogs.h"
 #include "store/busy.h"
 #include "store/cp1252.h"
 #include "store/dates.h"
+#include "store/error_text.h"
 #include "store/text_file.h"
 
 namespace vt {
@@ -77,13 +79,9 @@ std::string NextSettingsBackupPath(const AppPaths& paths) {
     return SlotPath(paths, ChooseSlot(ReadSlotTimes(paths)));
 }
 
-bool BackUpSettingsFile(const AppPaths& paths) {
-    const FileContents settings = ReadWholeFile(paths.SettingsFile());
-    if (settings.outcome == ReadOutcome::Missing) {
-        return true;
-    }
-    if (settings.outcome == ReadOutcome::Unreadable || !EnsureFolder(paths.BackupFolder())) {
-        return false;
+std::error_code BackUpSettingsFile(const AppPaths& paths, const FileContents& settings) {
+    if (std::error_code error; !EnsureFolder(paths.BackupFolder(), error)) {
+        return error;
     }
     const SlotTimes times = ReadSlotTimes(paths);
     const int slot = ChooseSlot(times);
@@ -94,8 +92,8 @@ bool BackUpSettingsFile(const AppPaths& paths) {
     if (newest && stamp <= *newest) {
         stamp = *newest + std::chrono::microseconds{1};
     }
-    if (WriteFileAtomically(path, settings.bytes, stamp)) {
-        return false;
+    if (const std::error_code error = WriteFileAtomically(path, settings.bytes, stamp)) {
+        return error;
     }
     // A filesystem with coarse times (FAT keeps two seconds, exFAT ten milliseconds) rounds the
     // microsecond away; step further until the copy really is the newest.
@@ -107,7 +105,7 @@ bool BackUpSettingsFile(const AppPaths& paths) {
         }
         (void)SetFileModifiedTime(path, *newest + step);
     }
-    return true;
+    return {};
 }
 
 bool CopyIfExists(const std::string& source, const std::string& destination) {
@@ -146,18 +144,25 @@ void MirrorLogFolder(const AppPaths& paths, Busy& busy) {
     }
 }
 
-void AppendRunLog(const AppPaths& paths, const Clock& clock, Busy& busy, std::string_view text) {
+void AppendRunLog(const AppPaths& paths, const Clock& clock, Busy& busy, Dialogs& dialogs, StoreStatus& status,
+                  std::string_view text) {
     BusyScope scope(busy);
-    if (!EnsureFolder(paths.LogFolder())) {
-        return;
+    std::error_code error;
+    if (EnsureFolder(paths.LogFolder(), error)) {
+        std::string line = "[";
+        line += FormatDateTime(clock.Now());
+        line += "] ";
+        line += text;
+        line += "\r\n";
+        error = AppendToFile(paths.RunLogFile(), Utf8ToCp1252(line));
     }
-    std::string line = "[";
-    line += FormatDateTime(clock.Now());
-    line += "] ";
-    line += text;
-    line += "\r\n";
-    // The run log is a record, not a control path: a line that cannot be written is dropped.
-    (void)AppendToFile(paths.RunLogFile(), Utf8ToCp1252(line));
+    // The run log is a record, not a control path: a line that cannot be written is dropped, and
+    // the user hears of it once per run rather than at every change of the agenda.
+    if (error && !status.RunLogFailureTold) {
+        status.RunLogFailureTold = true;
+        dialogs.Warn("No se puede escribir en " + paths.RunLogFile() + " (" + ErrorText(error) +
+                     ").\r\n\r\nLos cambios de la agenda se siguen guardando, pero no quedan anotados ah\u00ED.");
+    }
 }
 
 }  // namespace vt

@@ -2,12 +2,15 @@
 
 #include "store/cp1252.h"
 #include "store/text_file.h"
+#include "store/utf8.h"
 
 namespace vt {
 
 namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view kUtf16LeMark = "\xFF\xFE";
+constexpr std::string_view kUtf16BeMark = "\xFE\xFF";
 
 bool IsBlank(char c) {
     return c == ' ' || c == '\t';
@@ -51,6 +54,34 @@ std::string DecodeUtf8File(std::string_view bytes) {
             out += Cp1252ToUtf8(bytes.substr(pos, 1));
         }
         pos += ch.length;
+    }
+    return out;
+}
+
+// Windows' "Unicode" files: UTF-16 in either byte order. A lone surrogate or an odd last byte
+// becomes U+FFFD, so nothing read from outside can break the text.
+std::string DecodeUtf16File(std::string_view bytes, bool little_endian) {
+    const auto unit_at = [&](size_t pos) {
+        const auto first = static_cast<unsigned char>(bytes[pos]);
+        const auto second = static_cast<unsigned char>(bytes[pos + 1]);
+        return little_endian ? static_cast<char32_t>(first | second << 8) : static_cast<char32_t>(first << 8 | second);
+    };
+    std::string out;
+    out.reserve(bytes.size());
+    size_t pos = 0;
+    for (; pos + 1 < bytes.size(); pos += 2) {
+        char32_t unit = unit_at(pos);
+        if (unit >= 0xD800 && unit <= 0xDBFF && pos + 3 < bytes.size()) {
+            const char32_t low = unit_at(pos + 2);
+            if (low >= 0xDC00 && low <= 0xDFFF) {
+                unit = 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
+                pos += 2;
+            }
+        }
+        AppendUtf8(out, unit >= 0xD800 && unit <= 0xDFFF ? U'\uFFFD' : unit);
+    }
+    if (pos < bytes.size()) {
+        AppendUtf8(out, U'\uFFFD');
     }
     return out;
 }
@@ -113,6 +144,9 @@ IniDocument IniDocument::Parse(std::string_view bytes) {
     if (bytes.starts_with(kUtf8Mark)) {
         doc.utf8_ = true;
         text = DecodeUtf8File(bytes.substr(kUtf8Mark.size()));
+    } else if (bytes.starts_with(kUtf16LeMark) || bytes.starts_with(kUtf16BeMark)) {
+        doc.utf8_ = true;
+        text = DecodeUtf16File(bytes.substr(kUtf16LeMark.size()), bytes.starts_with(kUtf16LeMark));
     } else {
         text = Cp1252ToUtf8(bytes);
     }

@@ -5,7 +5,9 @@
 // - Lines end with CR LF, LF or a lone CR; the last line needs no line end.
 // - A UTF-8 byte-order mark at the start means the file was saved as UTF-8 and is decoded so
 //   (a byte that is not valid UTF-8 there is taken as Windows-1252, so nothing is lost);
-//   without it the file is Windows-1252.
+//   without it the file is Windows-1252. A UTF-16 byte-order mark (little or big endian: the
+//   "Unicode" of Windows' Notepad) is decoded the same way and the document then counts as
+//   read from a UTF-8 file.
 // - A line whose first non-blank character is "[" is a section header; the name is what stands
 //   between "[" and the first "]", trimmed of blanks and tabs. A header without "]" takes the
 //   rest of the line as the name. Whatever follows the "]" is ignored.
@@ -65,6 +67,8 @@ public:
     std::string Serialize() const;
 
     bool SavedAsUtf8() const { return utf8_; }
+    // Whether a header of that name is there, keys or not.
+    bool HasSection(std::string_view name) const { return FindSection(name) != nullptr; }
 
 private:
     struct Line {

@@ -11,6 +11,7 @@
 #include "store/busy.h"
 #include "store/cp1252.h"
 #include "store/dates.h"
+#include "store/error_text.h"
 #include "store/ini_file.h"
 #include "store/text_file.h"
 
@@ -86,10 +87,49 @@ std::string LastCharacter(std::string_view text) {
     return std::string(text.substr(Utf8Left(text, length - 1).size()));
 }
 
-}  // namespace
+// The sections the program writes. A file that holds something but none of them is not a
+// settings file any more (binary garbage, a UTF-16 file without its mark): it would load as the
+// defaults, and the first save would write over whatever it was.
+bool IsDamaged(std::string_view bytes, const IniDocument& doc) {
+    if (bytes.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+        return false;
+    }
+    for (const std::string_view section : {"GENERAL", "CONFIG", "REPETICIONES", "ALARMAS", "ACCESOS"}) {
+        if (doc.HasSection(section)) {
+            return false;
+        }
+    }
+    return true;
+}
 
-bool LoadSettingsFromBytes(std::string_view bytes, Settings& settings, Dialogs& dialogs) {
-    const IniDocument doc = IniDocument::Parse(bytes);
+// Copies a damaged settings file beside itself, under a name that says so and when, before
+// anything can write over it. An earlier copy of the same second is never replaced.
+bool PutAsideDamaged(const std::string& file, const FileContents& contents, DateTime now, Dialogs& dialogs) {
+    const Date day = DateOf(now);
+    const int seconds = SecondsOfDay(now);
+    char stamp[32];
+    std::snprintf(stamp, sizeof stamp, "%04d%02u%02u-%02d%02d%02d", static_cast<int>(day.year()),
+                  static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()), seconds / 3600,
+                  seconds / 60 % 60, seconds % 60);
+    const std::string base = file + ".da\u00F1ado-" + stamp;
+    std::string copy = base;
+    for (int n = 2; PathExists(copy); ++n) {
+        copy = base + "-" + std::to_string(n);
+    }
+    if (const std::error_code error = WriteFileAtomically(copy, contents.bytes, contents.modified)) {
+        dialogs.Fatal(
+            "El archivo de configuraci\u00F3n est\u00E1 da\u00F1ado y no se ha podido apartar una copia en:\r\n" +
+                copy + " (" + ErrorText(error) + ").\r\n\r\nEl programa se cerrar\u00E1 sin tocar ning\u00FAn archivo.",
+            kFatalTitle);
+        return false;
+    }
+    dialogs.Warn("El archivo de configuraci\u00F3n no se puede leer (est\u00E1 da\u00F1ado o no es de texto):\r\n" +
+                 file + "\r\n\r\nSe ha apartado una copia en:\r\n" + copy +
+                 "\r\n\r\nEl programa empieza con una configuraci\u00F3n nueva.");
+    return true;
+}
+
+bool LoadFromDocument(const IniDocument& doc, Settings& settings, Dialogs& dialogs) {
     Settings loaded;
     std::string value;
 
@@ -132,7 +172,13 @@ bool LoadSettingsFromBytes(std::string_view bytes, Settings& settings, Dialogs& 
     return true;
 }
 
-bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs& dialogs) {
+}  // namespace
+
+bool LoadSettingsFromBytes(std::string_view bytes, Settings& settings, Dialogs& dialogs) {
+    return LoadFromDocument(IniDocument::Parse(bytes), settings, dialogs);
+}
+
+bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs& dialogs, DateTime now) {
     const FileContents contents = ReadWholeFile(settings_file);
     switch (contents.outcome) {
         case ReadOutcome::Missing:
@@ -147,7 +193,15 @@ bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs&
         case ReadOutcome::Read:
             break;
     }
-    return LoadSettingsFromBytes(contents.bytes, settings, dialogs);
+    const IniDocument doc = IniDocument::Parse(contents.bytes);
+    if (IsDamaged(contents.bytes, doc)) {
+        if (!PutAsideDamaged(settings_file, contents, now, dialogs)) {
+            return false;
+        }
+        settings = Settings{};
+        return true;
+    }
+    return LoadFromDocument(doc, settings, dialogs);
 }
 
 std::string SettingsFileText(const Settings& settings) {
@@ -178,25 +232,48 @@ std::string SettingsFileText(const Settings& settings) {
     return doc.Text();
 }
 
-bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs) {
+bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs, StoreStatus& status) {
     BusyScope scope(busy);
     const std::string file = paths.SettingsFile();
     const auto refuse = [&] {
-        dialogs.Warn("No se ha podido guardar la configuración en:\r\n" + file +
-                     "\r\n\r\nEl archivo anterior se conserva sin cambios.");
+        // Told when the saves start failing; the retries after it stay quiet until one gets through.
+        if (!status.SavePending) {
+            dialogs.Warn("No se ha podido guardar la configuraci\u00F3n en:\r\n" + file +
+                         "\r\n\r\nEl archivo anterior se conserva sin cambios.");
+        }
+        status.SavePending = true;
         return false;
     };
-    // Without its backup copy the old file is not replaced: a save must never lose a version
-    // that cannot be restored.
-    if (PathExists(file) && !BackUpSettingsFile(paths)) {
+    // A file that is there but cannot be read cannot be copied either, and replacing it would
+    // lose that version for good.
+    const FileContents previous = ReadWholeFile(file);
+    if (previous.outcome == ReadOutcome::Unreadable) {
         return refuse();
+    }
+    // A backup that cannot be made does not stop the save: the user's change reaching the file
+    // matters more than one more copy of the version before it.
+    const bool copied_already = status.SavePending && previous.bytes == status.CopiedWhilePending;
+    if (previous.outcome == ReadOutcome::Read && !copied_already) {
+        if (const std::error_code error = BackUpSettingsFile(paths, previous); error && !status.BackupFailureTold) {
+            status.BackupFailureTold = true;
+            dialogs.Warn("No se pueden hacer copias de seguridad en " + paths.BackupFolder() + " (" + ErrorText(error) +
+                         ").\r\n\r\nLos cambios se siguen guardando.");
+        }
     }
     // The rename inside replaces the old file even when it is read-only, as the forced delete
     // of the old file did.
     if (WriteFileAtomically(file, Utf8ToCp1252(SettingsFileText(settings)))) {
+        status.CopiedWhilePending = previous.bytes;
         return refuse();
     }
+    status.SavePending = false;
+    status.CopiedWhilePending.clear();
     return true;
+}
+
+bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs) {
+    StoreStatus status;
+    return SaveSettings(paths, settings, busy, dialogs, status);
 }
 
 }  // namespace vt

@@ -11,17 +11,24 @@ class Busy;
 class Dialogs;
 
 // Fills settings from the settings file, parsing it once. A missing file gives the defaults.
-// Returns false, after telling the user, when the file cannot be read or its alarm count does
-// not match its alarms; the program must then end without saving anything.
-bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs& dialogs);
+// A file that holds something but none of the program's sections (garbage, UTF-16 without its
+// mark) is copied beside itself as "<file>.dañado-<yyyymmdd-hhmmss>" (now), the user is told
+// where, and the defaults are loaded. Returns false, after telling the user, when the file
+// cannot be read, a damaged one cannot be copied, or its alarm count does not match its
+// alarms; the program must then end without saving anything.
+bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs& dialogs, DateTime now);
 
 // The part of LoadSettings that comes after reading the file: bytes are the file as stored.
 // Same result and messages, without touching the disk.
 bool LoadSettingsFromBytes(std::string_view bytes, Settings& settings, Dialogs& dialogs);
 
 // Rewrites the settings file from memory: the previous file goes to a backup slot first, the
-// new one is built whole and replaces the old one atomically. On failure the user is told,
-// the previous file stays as it was, and false is returned.
+// new one is built whole and replaces the old one atomically. A backup that cannot be made is
+// told once per run (status) and the save goes on. When the file itself cannot be written the
+// previous file stays as it was, false is returned and status.SavePending is set: the user is
+// told at the first failure only, and the retries that follow copy the old version no more.
+bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs, StoreStatus& status);
+// The same with a status of its own, so every failure is told.
 bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs);
 
 // The exact text (UTF-8 in memory) that SaveSettings writes, before conversion to Windows-1252.

@@ -203,12 +203,26 @@ bool IsRegularFile(const std::string& path) {
     return ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
 }
 
-bool EnsureFolder(const std::string& path) {
+bool EnsureFolder(const std::string& path, std::error_code& error) {
+    error.clear();
     if (::mkdir(path.c_str(), 0777) == 0) {
         return true;
     }
+    if (errno != EEXIST) {
+        error = LastError();
+        return false;
+    }
     struct stat st {};
-    return errno == EEXIST && ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+    if (::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode)) {
+        return true;
+    }
+    error = std::make_error_code(std::errc::not_a_directory);
+    return false;
+}
+
+bool EnsureFolder(const std::string& path) {
+    std::error_code ignored;
+    return EnsureFolder(path, ignored);
 }
 
 }  // namespace vt

@@ -52,7 +52,9 @@ std::error_code SetFileModifiedTime(const std::string& path, FileTime modified);
 
 bool PathExists(const std::string& path);
 bool IsRegularFile(const std::string& path);
-// Creates the folder when it is missing; true when a folder is there afterwards.
+// Creates the folder when it is missing; true when a folder is there afterwards. Otherwise error
+// says why (a file in its place gives "not a directory").
 bool EnsureFolder(const std::string& path);
+bool EnsureFolder(const std::string& path, std::error_code& error);
 
 }  // namespace vt

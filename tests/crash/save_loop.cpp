@@ -62,6 +62,7 @@ int main(int argc, char** argv) {
     vt::test::FakeClock clock;
     vt::test::ScriptedDialogs dialogs;
     vt::test::RecordingBusy busy;
+    vt::StoreStatus status;
 
     const char ready = 'r';
     if (write(STDOUT_FILENO, &ready, 1) != 1) {
@@ -75,7 +76,7 @@ int main(int argc, char** argv) {
         }
         clock.AdvanceSeconds(1);
         vt::AppendRunLog(
-            paths, clock, busy,
+            paths, clock, busy, dialogs, status,
             "Guardado n\u00BA " + std::to_string(n) + " con " + std::to_string(settings.Alarms.Count()) + " alarmas");
         busy.calls.clear();
     }

@@ -209,7 +209,7 @@ TEST(KillDuringSave, SettingsFileAndRunLogSurviveSigkillAtAnyMoment) {
             << "torn settings file, " << file.bytes.size() << " bytes";
         Settings loaded;
         test::ScriptedDialogs dialogs;
-        ASSERT_TRUE(LoadSettings(settings_file, loaded, dialogs));
+        ASSERT_TRUE(LoadSettings(settings_file, loaded, dialogs, DateTime{}));
         ASSERT_TRUE(dialogs.Shown().empty()) << dialogs.Texts().front();
         if (file.bytes == old_bytes) {
             ASSERT_EQ(loaded, old_settings);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -124,6 +125,50 @@ TEST_F(AppTest, ChangingTheDateFormatWhileRunningEndsTheProgramAtTheNextTick) {
     locale.format = "MM/dd/yyyy";
     EXPECT_EQ(app->Tick(), Outcome::Exit);
     EXPECT_EQ(dialogs.Texts(), Lines{kWrongFormat});
+}
+
+// Backups that fail are told once per run and never stop a save; a save that does not reach the
+// disk is told once, tried again each minute and at shutdown, and copies the old file only once.
+TEST_F(AppTest, FailingBackupsAreToldOnceAndAFailedSaveIsTriedUntilItLands) {
+    folder.WriteFile("Backup", "not a folder");
+    ASSERT_EQ(Start(), Outcome::Continue);
+    const auto told = [this](const std::string& start) {
+        const Lines texts = dialogs.Texts();
+        return std::count_if(texts.begin(), texts.end(),
+                             [&](const std::string& text) { return text.starts_with(start); });
+    };
+    app->LeaveClockIn(0, "07:45");
+    app->LeaveClockIn(0, "07:50");
+    EXPECT_EQ(told("No se pueden hacer copias de seguridad en "), 1);
+    EXPECT_NE(SettingsFile().find("ENTRADA1=07:50"), std::string::npos);
+
+    std::filesystem::remove(folder.Path("Backup"));
+    const std::string blocker = folder.Path("VendrakoTimer.ini.tmp/inside");  // the new file cannot be written
+    std::filesystem::create_directories(blocker);
+    app->LeaveClockIn(1, "13:00");
+    app->LeaveClockIn(2, "14:00");
+    EXPECT_EQ(told("No se ha podido guardar la configuraci\u00F3n en:"), 1);
+    for (int tick = 1; tick <= 120; ++tick) {
+        ASSERT_EQ(app->Tick(), Outcome::Continue);
+        if (tick == 90) {
+            std::filesystem::remove_all(folder.Path("VendrakoTimer.ini.tmp"));
+        }
+        // Landed at the first retry after the way was cleared, not before.
+        EXPECT_EQ(SettingsFile().find("ENTRADA2=14:00") != std::string::npos, tick >= 120) << tick;
+    }
+    EXPECT_FALSE(app->State().Store.SavePending);
+    EXPECT_EQ(told("No se ha podido guardar la configuraci\u00F3n en:"), 1);
+    EXPECT_EQ(std::filesystem::directory_iterator(folder.Path("Backup"))->path().filename(), "VendrakoTimer_001.ini");
+    EXPECT_FALSE(folder.Exists("Backup/VendrakoTimer_002.ini"));
+
+    // Still failing when the program closes: the user hears that the last change is lost.
+    std::filesystem::create_directories(blocker);
+    app->LeaveClockIn(2, "14:30");
+    dialogs.Forget();
+    app->Shutdown(true);
+    EXPECT_EQ(told("Los \u00FAltimos cambios no se han podido guardar en:\r\n" + folder.Path("VendrakoTimer.ini") +
+                   "\r\n\r\nSe perder\u00E1n al cerrar el programa."),
+              1);
 }
 
 TEST_F(AppTest, ShutdownMirrorsTheLogFolderOnce) {

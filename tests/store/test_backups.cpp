@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -37,6 +38,7 @@ protected:
     test::TempAppFolder folder_;
     test::ScriptedDialogs dialogs_;
     test::RecordingBusy busy_;
+    StoreStatus status_;
 };
 
 // ---- choosing the slot ---------------------------------------------------------------------
@@ -94,13 +96,13 @@ TEST(Rotation, EverySaveOverwritesTheOldestCopy) {
 TEST_F(BackupsTest, ACopyIsStampedAfterEveryOtherSlot) {
     PutFile(folder_, "VendrakoTimer.ini", "[GENERAL]\r\n", kBase + hours{1});
     PutFile(folder_, Slot(1), "older", kBase);
-    ASSERT_TRUE(BackUpSettingsFile(folder_.Paths()));
+    ASSERT_FALSE(BackUpSettingsFile(folder_.Paths(), ReadWholeFile(folder_.Path("VendrakoTimer.ini"))));
     EXPECT_EQ(folder_.ReadFile(Slot(2)), "[GENERAL]\r\n");
     EXPECT_EQ(TimeOf(Slot(2)), kBase + hours{1});  // the settings file's own time, being the newest
 
     // A file older than the newest slot (restored by hand, say) is stamped just after that slot.
     PutFile(folder_, "VendrakoTimer.ini", "[GENERAL]\r\n", kBase - hours{24});
-    ASSERT_TRUE(BackUpSettingsFile(folder_.Paths()));
+    ASSERT_FALSE(BackUpSettingsFile(folder_.Paths(), ReadWholeFile(folder_.Path("VendrakoTimer.ini"))));
     EXPECT_EQ(TimeOf(Slot(3)), kBase + hours{1} + microseconds{1});
 }
 
@@ -139,20 +141,53 @@ TEST_F(BackupsTest, TheMirrorSkipsUnchangedFilesAndRefreshesTheOthers) {
 
 TEST_F(BackupsTest, TheRunLogAppendsStampedLinesInWindows1252) {
     test::FakeClock clock(MakeDateTime(MakeDate(5, 3, 2024), 7, 4, 9));
-    AppendRunLog(folder_.Paths(), clock, busy_, "NEW> 15/03/2024 09:30 Reuni\u00F3n");
+    AppendRunLog(folder_.Paths(), clock, busy_, dialogs_, status_, "NEW> 15/03/2024 09:30 Reuni\u00F3n");
     clock.AdvanceSeconds(61);
-    AppendRunLog(folder_.Paths(), clock, busy_, "DEL> \u20AC \u65E5");
+    AppendRunLog(folder_.Paths(), clock, busy_, dialogs_, status_, "DEL> \u20AC \u65E5");
     EXPECT_EQ(folder_.ReadFile("LOG/TIMER.LOG"),
               "[05/03/2024 07:04:09] NEW> 15/03/2024 09:30 Reuni\xF3n\r\n"
               "[05/03/2024 07:05:10] DEL> \x80 ?\r\n");
     EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false, true, false}));
+    EXPECT_TRUE(dialogs_.Shown().empty());
 }
 
-TEST_F(BackupsTest, ARunLogThatCannotBeWrittenIsDroppedQuietly) {
-    folder_.WriteFile("LOG", "a file in the folder's place");
-    AppendRunLog(folder_.Paths(), test::FakeClock{}, busy_, "NEW> x");
-    EXPECT_EQ(folder_.ReadFile("LOG"), "a file in the folder's place");
-    EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false}));
+// A line that cannot be written is dropped and the cause told, once per run: not at every line.
+TEST(RunLogThatFails, IsToldOnceWithItsCause) {
+    enum class Shape { FileInItsPlace, ReadOnlyFolder, DiskFull };
+    for (const auto& [shape, cause] :
+         std::vector<std::pair<Shape, std::string>>{{Shape::FileInItsPlace, "no es una carpeta"},
+                                                    {Shape::ReadOnlyFolder, "permiso denegado"},
+                                                    {Shape::DiskFull, "disco lleno"}}) {
+        SCOPED_TRACE(cause);
+        test::TempAppFolder folder;
+        test::ScriptedDialogs dialogs;
+        test::RecordingBusy busy;
+        StoreStatus status;
+        if (shape == Shape::FileInItsPlace) {
+            folder.WriteFile("LOG", "a file in the folder's place");
+        } else {
+            std::filesystem::create_directory(folder.Path("LOG"));
+        }
+        if (shape == Shape::DiskFull) {  // every write to it fails as on a full disk
+            std::filesystem::create_symlink("/dev/full", folder.Path("LOG/TIMER.LOG"));
+        } else if (shape == Shape::ReadOnlyFolder) {
+            std::filesystem::permissions(folder.Path("LOG"), std::filesystem::perms::owner_write,
+                                         std::filesystem::perm_options::remove);
+        }
+        ASSERT_TRUE(test::WithPermissionsEnforced([&] {
+            for (const char* line : {"NEW> x", "DEL> x"}) {
+                AppendRunLog(folder.Paths(), test::FakeClock{}, busy, dialogs, status, line);
+            }
+        }));
+        EXPECT_EQ(dialogs.Texts(),
+                  std::vector<std::string>{"No se puede escribir en " + folder.Path("LOG/TIMER.LOG") + " (" + cause +
+                                           ").\r\n\r\nLos cambios de la agenda se siguen "
+                                           "guardando, pero no quedan anotados ah\u00ED."});
+        EXPECT_EQ(busy.calls, (std::vector<bool>{true, false, true, false}));
+        if (shape == Shape::FileInItsPlace) {
+            EXPECT_EQ(folder.ReadFile("LOG"), "a file in the folder's place");
+        }
+    }
 }
 
 }  // namespace

@@ -5,7 +5,9 @@
 
 #include <csignal>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "recording_busy.h"
@@ -16,6 +18,8 @@
 
 namespace vt {
 namespace {
+
+using namespace std::string_literals;
 
 using Texts = std::vector<std::string>;
 const std::string kFile = "VendrakoTimer.ini";
@@ -74,19 +78,97 @@ TEST_F(SettingsStoreTest, GapsCloseUpAndTheSaveRenumbers) {
 
 TEST_F(SettingsStoreTest, AMissingFileGivesTheDefaultsAndAnUnreadableOneStopsTheProgramUntouched) {
     settings_.Alarms.Append("old");
-    ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
+    ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_, DateTime{}));
     EXPECT_EQ(settings_, Settings{});
     EXPECT_TRUE(dialogs_.Shown().empty());
 
     folder_.WriteFile(kFile + "/inside", "keep");  // a folder in the file's place
     settings_.WorkDate = "untouched";
-    EXPECT_FALSE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
+    EXPECT_FALSE(LoadSettings(folder_.Path(kFile), settings_, dialogs_, DateTime{}));
     ASSERT_EQ(dialogs_.Texts(),
               Texts{"No se ha podido leer el archivo de configuraci\u00F3n:\r\n" + folder_.Path(kFile) +
                     "\r\n\r\nEl programa se cerrar\u00E1 sin tocar ning\u00FAn archivo."});
     EXPECT_EQ(dialogs_.Shown()[0].icon, MsgIcon::Critical);
     EXPECT_EQ(settings_.WorkDate, "untouched");
     EXPECT_EQ(folder_.ReadFile(kFile + "/inside"), "keep");
+}
+
+std::string Utf16(std::u16string_view text, bool little_endian, bool mark) {
+    std::string bytes;
+    for (const char16_t unit : mark ? u"\uFEFF" + std::u16string(text) : std::u16string(text)) {
+        const char low = static_cast<char>(unit & 0xFF);
+        const char high = static_cast<char>(unit >> 8);
+        bytes += little_endian ? std::string{low, high} : std::string{high, low};
+    }
+    return bytes;
+}
+
+// Notepad's "Unicode" files read as the UTF-8 ones do (characters beyond Windows-1252 are kept in
+// memory); a file with something in it but no section of the program's is put aside under a name
+// that says so, and the program goes on with the defaults.
+TEST(DamagedSettingsFile, IsPutAsideAndUnicodeFilesAreRead) {
+    const std::u16string text = u"[REPETICIONES]\r\nREP_001=15/03/2024 09:30 Reuni\u00F3n \U0001F600\r\n";
+    // clang-format off
+    const std::vector<std::tuple<const char*, std::string, bool>> cases{
+        {"Utf8Mark", "\xEF\xBB\xBF[REPETICIONES]\r\nREP_001=15/03/2024 09:30 Reuni\xC3\xB3n \xF0\x9F\x98\x80\r\n", false},
+        {"Utf16LeMark", Utf16(text, true, true), false},
+        {"Utf16BeMark", Utf16(text, false, true), false},
+        {"Utf16LeWithoutMark", Utf16(text, true, false), true},
+        {"Garbage", "\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\x01\xF4[\x08\x06"s, true},
+        {"Zeros", std::string(300, '\0'), true},
+        {"BlankLinesOnly", " \r\n\t\r\n", false}};
+    // clang-format on
+    const DateTime now = MakeDateTime(MakeDate(15, 3, 2024), 9, 30, 5);
+    for (const auto& [name, bytes, damaged] : cases) {
+        SCOPED_TRACE(name);
+        test::TempAppFolder folder;
+        test::ScriptedDialogs dialogs;
+        Settings settings;
+        folder.WriteFile(kFile, bytes);
+        ASSERT_TRUE(LoadSettings(folder.Path(kFile), settings, dialogs, now));
+        const std::string copy = kFile + ".da\u00F1ado-20240315-093005";
+        EXPECT_EQ(folder.Exists(copy), damaged);
+        EXPECT_EQ(folder.ReadFile(kFile), bytes);
+        if (damaged) {
+            EXPECT_EQ(folder.ReadFile(copy), bytes);
+            EXPECT_EQ(settings, Settings{});
+            EXPECT_EQ(dialogs.Texts(),
+                      Texts{"El archivo de configuraci\u00F3n no se puede leer (est\u00E1 da\u00F1ado o no es de "
+                            "texto):\r\n" +
+                            folder.Path(kFile) + "\r\n\r\nSe ha apartado una copia en:\r\n" + folder.Path(copy) +
+                            "\r\n\r\nEl programa empieza con una configuraci\u00F3n nueva."});
+        } else {
+            EXPECT_TRUE(dialogs.Shown().empty());
+            EXPECT_EQ(settings.Repetitions.Count(), name == "BlankLinesOnly"s ? 0 : 1);
+            if (settings.Repetitions.Count() == 1) {
+                EXPECT_EQ(settings.Repetitions[1], "15/03/2024 09:30 Reuni\u00F3n \U0001F600");
+            }
+        }
+    }
+
+    // A second damaged file within the same second keeps the first copy; a copy that cannot be
+    // made at all stops the program before anything is written.
+    test::TempAppFolder folder;
+    test::ScriptedDialogs dialogs;
+    Settings settings;
+    folder.WriteFile(kFile + ".da\u00F1ado-20240315-093005", "first");
+    folder.WriteFile(kFile, "\x01\x02");
+    ASSERT_TRUE(LoadSettings(folder.Path(kFile), settings, dialogs, now));
+    EXPECT_EQ(folder.ReadFile(kFile + ".da\u00F1ado-20240315-093005"), "first");
+    EXPECT_EQ(folder.ReadFile(kFile + ".da\u00F1ado-20240315-093005-2"), "\x01\x02");
+    std::filesystem::permissions(folder.Folder(), std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::remove);
+    dialogs.Forget();
+    bool loaded = true;
+    ASSERT_TRUE(test::WithPermissionsEnforced(
+        [&] { loaded = LoadSettings(folder.Path(kFile), settings, dialogs, now + std::chrono::seconds{1}); }));
+    EXPECT_FALSE(loaded);
+    EXPECT_EQ(
+        dialogs.Texts(),
+        Texts{"El archivo de configuraci\u00F3n est\u00E1 da\u00F1ado y no se ha podido apartar una copia en:\r\n" +
+              folder.Path(kFile + ".da\u00F1ado-20240315-093006") +
+              " (permiso denegado).\r\n\r\nEl programa se cerrar\u00E1 sin tocar ning\u00FAn archivo."});
+    EXPECT_EQ(folder.ReadFile(kFile), "\x01\x02");
 }
 
 // A count that does not match the alarms found refuses the file with the message, and the
@@ -162,13 +244,13 @@ TEST_F(SettingsStoreTest, ASaveKeepsWhatItLoadedAndDropsUnknownKeys) {
                       "; hand notes\r\n[GENERAL]\r\nFECHA=15-03-24\r\nOTRA=x\r\nNUM_ALARMAS=1\r\n[EXTRA]\r\nK=v\r\n"
                       "[ALARMAS]\r\nALA_004=  \" padded \"  \r\n");
     ASSERT_EQ(::chmod(folder_.Path(kFile).c_str(), 0444), 0);  // read-only is replaced all the same
-    ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
+    ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_, DateTime{}));
     const Settings loaded = settings_;
     ASSERT_EQ(loaded.Alarms.Count(), 1);
     EXPECT_EQ(loaded.Alarms[1], " padded ");
     ASSERT_TRUE(Save(settings_));
     EXPECT_EQ(folder_.ReadFile(kFile), Utf8ToCp1252(SettingsFileText(loaded)));
-    ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_));
+    ASSERT_TRUE(LoadSettings(folder_.Path(kFile), settings_, dialogs_, DateTime{}));
     EXPECT_EQ(settings_, loaded);
 }
 
@@ -181,24 +263,29 @@ Settings BigSettings() {
     return s;
 }
 
+// Runs body under a file-size limit of 4 KB, as a full disk would stop a write half-way; SIGXFSZ
+// is ignored meanwhile so that the write fails with an error instead of killing the test.
+void OnAFullDisk(const std::function<void()>& body) {
+    rlimit saved{};
+    getrlimit(RLIMIT_FSIZE, &saved);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit lowered{4096, saved.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &lowered);
+    body();
+    setrlimit(RLIMIT_FSIZE, &saved);
+    std::signal(SIGXFSZ, handler);
+}
+
 class FailedSave : public SettingsStoreTest {
 protected:
     void PutPrevious(const std::string& bytes) {
         previous_ = bytes;
         folder_.WriteFile(kFile, bytes);
     }
-    // Saves under a file-size limit of 4 KB, as a full disk would stop a write half-way; SIGXFSZ
-    // is ignored meanwhile so that the write fails with an error instead of killing the test.
     bool SaveOnAFullDisk(const Settings& settings) {
-        rlimit saved{};
-        getrlimit(RLIMIT_FSIZE, &saved);
-        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit lowered{4096, saved.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &lowered);
-        const bool saved_ok = Save(settings);
-        setrlimit(RLIMIT_FSIZE, &saved);
-        std::signal(SIGXFSZ, handler);
-        return saved_ok;
+        bool saved = false;
+        OnAFullDisk([&] { saved = Save(settings); });
+        return saved;
     }
 
     // The user was told, the old file is intact, and nothing half-written lies anywhere.
@@ -246,11 +333,43 @@ TEST_F(FailedSave, WhenTheDiskFillsWhileTheNewFileIsWritten) {
     EXPECT_TRUE(folder_.Exists("Backup/VendrakoTimer_001.ini"));
 }
 
-TEST_F(FailedSave, WhenTheDiskFillsWhileTheBackupCopyIsWritten) {
-    PutPrevious(Utf8ToCp1252(SettingsFileText(BigSettings())));
-    EXPECT_FALSE(SaveOnAFullDisk(SmallSettings()));
-    ExpectRefusedAndUntouched();
-    EXPECT_FALSE(folder_.Exists("Backup/VendrakoTimer_001.ini"));
+// A backup that cannot be made never stops the save: the new file is written, the user hears why
+// the copies fail, and nothing partial is left in the backup folder.
+TEST(BackupThatFails, NeverStopsTheSave) {
+    enum class Shape { FileInItsPlace, ReadOnlyFolder, DiskFull };
+    for (const auto& [shape, cause] :
+         std::vector<std::pair<Shape, std::string>>{{Shape::FileInItsPlace, "no es una carpeta"},
+                                                    {Shape::ReadOnlyFolder, "permiso denegado"},
+                                                    {Shape::DiskFull, "archivo demasiado grande"}}) {
+        SCOPED_TRACE(cause);
+        test::TempAppFolder folder;
+        test::ScriptedDialogs dialogs;
+        test::RecordingBusy busy;
+        // Only a big previous file meets the full disk in its copy; the small new one still fits.
+        folder.WriteFile(kFile, shape == Shape::DiskFull ? Utf8ToCp1252(SettingsFileText(BigSettings())) : "[A]\r\n");
+        if (shape == Shape::FileInItsPlace) {
+            folder.WriteFile("Backup", "not a folder");
+        } else if (shape == Shape::ReadOnlyFolder) {
+            std::filesystem::create_directory(folder.Path("Backup"));
+            std::filesystem::permissions(folder.Path("Backup"), std::filesystem::perms::owner_write,
+                                         std::filesystem::perm_options::remove);
+        }
+        bool saved = false;
+        const auto save = [&] { saved = SaveSettings(folder.Paths(), SmallSettings(), busy, dialogs); };
+        if (shape == Shape::DiskFull) {
+            OnAFullDisk(save);
+        } else {
+            ASSERT_TRUE(test::WithPermissionsEnforced(save));
+        }
+        EXPECT_TRUE(saved);
+        EXPECT_EQ(folder.ReadFile(kFile), Utf8ToCp1252(SettingsFileText(SmallSettings())));
+        EXPECT_EQ(dialogs.Texts(), Texts{"No se pueden hacer copias de seguridad en " + folder.Path("Backup") + " (" +
+                                         cause + ").\r\n\r\nLos cambios se siguen guardando."});
+        EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
+        if (shape != Shape::FileInItsPlace) {
+            EXPECT_TRUE(std::filesystem::is_empty(folder.Path("Backup")));
+        }
+    }
 }
 
 }  // namespace

@@ -1,10 +1,15 @@
 #include "temp_app_folder.h"
 
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 #include <vector>
 
 namespace vt::test {
@@ -47,6 +52,31 @@ std::string TempAppFolder::ReadFile(const std::string& relative) const {
 
 bool TempAppFolder::Exists(const std::string& relative) const {
     return fs::exists(Path(relative));
+}
+
+bool WithPermissionsEnforced(const std::function<void()>& body) {
+    if (::geteuid() != 0) {
+        body();
+        return true;
+    }
+    // Capabilities belong to a thread, so dropping them on a thread of its own leaves the rest of
+    // the test run as it was.
+    bool dropped = false;
+    std::thread worker([&] {
+        __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+        __user_cap_data_struct data[2]{};
+        if (::syscall(SYS_capget, &header, data) != 0) {
+            return;
+        }
+        data[0].effective = 0;
+        data[1].effective = 0;
+        dropped = ::syscall(SYS_capset, &header, data) == 0;
+        if (dropped) {
+            body();
+        }
+    });
+    worker.join();
+    return dropped;
 }
 
 }  // namespace vt::test

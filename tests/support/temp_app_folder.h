@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <string>
 
 #include "store/app_paths.h"
@@ -27,5 +28,10 @@ public:
 private:
     AppPaths paths_;
 };
+
+// Runs body where file permissions bind as they do for an ordinary user: a root test run (a
+// container, CI) otherwise writes into read-only folders. False, with body not run, when the
+// override cannot be given up.
+bool WithPermissionsEnforced(const std::function<void()>& body);
 
 }  // namespace vt::test

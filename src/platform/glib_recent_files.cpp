@@ -124,8 +124,8 @@ RecentlyUsedList ReadRecentlyUsedList(string_view bytes) {
         g_bookmark_file_load_from_data(file.get(), bytes.empty() ? "" : bytes.data(), bytes.size(), &error);
     const DateTimePtr reading_end(g_date_time_new_now_utc());
     if (!loaded) {
-        list.problem = ReasonFor(*error, bytes);
-        g_error_free(error);
+        list.problem = error != nullptr ? ReasonFor(*error, bytes) : kNotXbel;
+        g_clear_error(&error);
         return list;
     }
     if (const string_view text = WithoutTrailingBlanks(bytes); !text.ends_with("</xbel>") && !text.ends_with("/>")) {

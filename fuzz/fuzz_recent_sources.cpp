@@ -1,7 +1,10 @@
 // Feeds arbitrary bytes to the two readers of the desktop's recent files, as a damaged or hostile
-// "recently-used.xbel" or ".lnk" file would reach them, and the paths they give to the page
-// writer. Nothing may crash, a damaged list gives no bookmarks, every path read is a clean local
-// path, and an escaped path cannot open or close a tag in the page.
+// "recently-used.xbel" (read through GLib) or ".lnk" file would reach them, and the paths they
+// give to the page writer. Nothing may crash, a damaged list gives no files, every path read is
+// a clean local path, and a path in the page can neither open or close a tag nor break its line,
+// and goes into Windows-1252 without loss.
+#include <strings.h>
+
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
@@ -11,7 +14,7 @@
 #include "accesslog/access_pages.h"
 #include "accesslog/html_text.h"
 #include "accesslog/shell_link.h"
-#include "accesslog/xbel_reader.h"
+#include "platform/glib_recent_files.h"
 #include "store/cp1252.h"
 
 namespace {
@@ -39,7 +42,9 @@ void CheckPagePath(const std::string& path) {
     Check(vt::EscapeHtmlAttribute(path, '\'').find_first_of("<>'") == std::string::npos);
     // Exactly the link's own tags: one opening "<a", one "</a>", one "<br>".
     Check(lines.find('<') == lines.find(" <a href='") + 1);
-    (void)vt::Utf8ToCp1252(lines);  // any path must convert for the page without trouble
+    // Three lines, whatever the path holds, and nothing the page cannot carry.
+    Check(lines.find_first_of("\r\n") == 8 && lines.find_first_of("\r\n", 10) == lines.rfind("\r\n<br>\r\n"));
+    Check(vt::Cp1252ToUtf8(vt::Utf8ToCp1252(lines)) == lines);
 }
 
 }  // namespace
@@ -54,13 +59,13 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
 
-    const vt::XbelList list = vt::ParseRecentlyUsedXbel(bytes);
-    Check(list.problem == vt::XbelProblem::None || list.bookmarks.empty());
-    for (const vt::XbelBookmark& bookmark : list.bookmarks) {
-        Check(!bookmark.path.empty() && bookmark.path.front() == '/');
-        Check(bookmark.path.find('\0') == std::string::npos);
-        Check(bookmark.href.rfind("file://", 0) == 0);
-        CheckPagePath(bookmark.path);
+    const vt::RecentlyUsedList list = vt::ReadRecentlyUsedList(bytes);
+    Check(list.problem.empty() || list.files.empty());
+    for (const vt::RecentFile& file : list.files) {
+        Check(!file.target.empty() && file.target.front() == '/');
+        Check(file.target.find('\0') == std::string::npos);
+        Check(strncasecmp(file.link_path.c_str(), "file:", 5) == 0);  // also "FILE:", "file:/path"
+        CheckPagePath(file.target);
     }
 
     const std::string target = vt::ReadShellLinkTarget(bytes);

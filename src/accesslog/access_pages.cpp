@@ -80,13 +80,24 @@ std::string DayHeading(Date date) {
 }
 
 std::string FileHref(std::string_view path) {
-    return (!path.empty() && path.front() == '/' ? "file://" : "file:///") + std::string(path);
+    std::string href = !path.empty() && path.front() == '/' ? "file://" : "file:///";
+    for (const char c : path) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte >= 0x7F || c == '%' || c == '#' || c == '?') {
+            char hex[4];
+            std::snprintf(hex, sizeof hex, "%%%02X", byte);
+            href += hex;
+        } else {
+            href += c;
+        }
+    }
+    return href;
 }
 
 std::string AccessEntryLines(std::string_view time, std::string_view path) {
     std::string lines(time);
     lines += kCrLf;
-    lines += " <a href='" + EscapeHtmlAttribute(FileHref(path), '\'') + "'>" + EscapeHtmlText(path) + "</a>";
+    lines += " <a href='" + EscapeHtmlAttribute(FileHref(path), '\'') + "'>" + PathForPage(path) + "</a>";
     lines += kCrLf;
     lines += "<br>";
     lines += kCrLf;

@@ -34,8 +34,9 @@ std::string DayHeading(Date date);
 std::string AccessEntryLines(std::string_view time, std::string_view path);
 
 // The link's address: "file://" + an absolute path ("/home/…" gives "file:///home/…"), else
-// "file:///" + the path as it stands (a Windows path "C:\…" gives "file:///C:\…"). The path
-// is not URL-encoded, so the page shows and opens the name exactly as the file has it.
+// "file:///" + the path (a Windows path "C:\…" gives "file:///C:\…"). What would end or bend the
+// address is percent-encoded: "%", "#", "?", control characters, and every byte of a character
+// beyond ASCII (its UTF-8 bytes, as browsers read a file address); the rest is kept as it is.
 std::string FileHref(std::string_view path);
 
 // "Accesos Hoy" and the tray's "Accesos de hoy": opens this month's page, or tells the user

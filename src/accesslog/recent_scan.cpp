@@ -1,5 +1,6 @@
 #include "accesslog/recent_scan.h"
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -52,11 +53,14 @@ std::string WriteFailure(const std::string& page, std::error_code error) {
            ")\r\n\r\nLa revisión de archivos recientes se ha detenido y se repetirá en la próxima.";
 }
 
-// Appends to the page of date's month, with the page's head first when the page is new.
-std::error_code AppendToPage(const AppPaths& paths, Date date, std::string text, std::string& page) {
+// Appends to the page of date's month. A new page (or an empty one) is created whole, its head
+// with the text, by write-and-rename: a full disk then leaves no page at all rather than one
+// without its head, to which every later run would append.
+std::error_code AppendToPage(const AppPaths& paths, Date date, const std::string& text, std::string& page) {
     page = RutaLogAccesos(paths, date, true);
-    if (!PathExists(page)) {
-        text.insert(0, EscribirCabeceraLog(date));
+    std::error_code no_size;
+    if (!PathExists(page) || std::filesystem::file_size(page, no_size) == 0) {
+        return WriteFileAtomically(page, Utf8ToCp1252(EscribirCabeceraLog(date) + text));
     }
     return AppendToFile(page, Utf8ToCp1252(text));
 }
@@ -73,7 +77,10 @@ ScanOutcome TratarArchivosRecientes(const AppPaths& paths, Settings& settings, c
         return ScanOutcome::NoSource;
     }
     if (listing.outcome == RecentListingOutcome::Failed) {
-        dialogs.Warn(listing.error);
+        // Once per damage, not every five minutes: the run stops either way.
+        if (!listing.told_before) {
+            dialogs.Warn(listing.error);
+        }
         return ScanOutcome::Stopped;
     }
 
@@ -105,7 +112,7 @@ ScanOutcome TratarArchivosRecientes(const AppPaths& paths, Settings& settings, c
         }
         text += AccessEntryLines(entry.substr(11, 8), entry.substr(kPathStart));
         std::string page;
-        if (const std::error_code error = AppendToPage(paths, date, std::move(text), page)) {
+        if (const std::error_code error = AppendToPage(paths, date, text, page)) {
             dialogs.Warn(WriteFailure(page, error));
             return ScanOutcome::Stopped;
         }

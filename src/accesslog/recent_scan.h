@@ -21,7 +21,8 @@ enum class ScanOutcome {
 // ACCESOS/ULTIMO of the settings file. Files named Thumbs.db or Desktop.ini (any case) are not
 // logged, nor a file dated at or after tomorrow's midnight, which the user is warned about. The
 // first run of a new day writes the day's heading even when nothing was used. A page that
-// cannot be written stops the run with a message; what was appended before stays.
+// cannot be written stops the run with a message; what was appended before stays. A list that
+// cannot be read stops the run too, with its message only the first time it fails as it is.
 ScanOutcome TratarArchivosRecientes(const AppPaths& paths, Settings& settings, const Clock& clock, Dialogs& dialogs,
                                     Busy& busy, RecentFiles& recent);
 

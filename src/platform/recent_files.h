@@ -25,6 +25,8 @@ struct RecentListing {
     RecentListingOutcome outcome = RecentListingOutcome::Listed;
     std::vector<RecentFile> files;
     std::string error;
+    // Failed just as the last time, with nothing changed since: the user has been told already.
+    bool told_before = false;
 };
 
 // The desktop's list of recently used files, read whole on each call.

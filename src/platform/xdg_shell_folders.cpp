@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <utility>
 
 namespace vt {
 
@@ -60,11 +61,22 @@ std::string XdgShellFolders::RecentlyUsedListPath() {
 }
 
 std::string XdgShellFolders::RecentFilesView() {
-    // These desktops open a URL through "gio open", which hands "recent:///" to their file
-    // manager (Nautilus, Nemo, Caja). KDE, Xfce and the rest would pass it to a browser or
-    // refuse it, so they get the list's folder instead.
-    static constexpr std::array<std::string_view, 7> kGioDesktops{"GNOME", "Unity",  "X-Cinnamon", "Cinnamon",
-                                                                  "MATE",  "Budgie", "Pantheon"};
+    // The desktop's opener hands these addresses to its own file manager, which shows the
+    // recent files there: "gio open" (GNOME's Files, Nemo, Caja) and Xfce's "exo-open" (Thunar,
+    // since Xfce 4.18) take "recent:///" from GIO; KDE's "kde-open" takes Dolphin's own
+    // "recentlyused:/files" from KIO. Elsewhere the address might reach a browser, so the other
+    // desktops get the list's folder instead.
+    static constexpr std::array<std::pair<std::string_view, std::string_view>, 9> kViews{{
+        {"GNOME", "recent:///"},
+        {"Unity", "recent:///"},
+        {"X-Cinnamon", "recent:///"},
+        {"Cinnamon", "recent:///"},
+        {"MATE", "recent:///"},
+        {"Budgie", "recent:///"},
+        {"Pantheon", "recent:///"},
+        {"XFCE", "recent:///"},
+        {"KDE", "recentlyused:/files"},
+    }};
     const auto desktops = environment_("XDG_CURRENT_DESKTOP");
     if (!desktops) {
         return {};
@@ -74,9 +86,9 @@ std::string XdgShellFolders::RecentFilesView() {
     while (!rest.empty()) {
         const std::size_t colon = rest.find(':');
         const std::string_view name = rest.substr(0, colon);
-        for (const std::string_view known : kGioDesktops) {
-            if (name == known) {
-                return "recent:///";
+        for (const auto& [desktop, view] : kViews) {
+            if (name == desktop) {
+                return std::string(view);
             }
         }
         rest = colon == std::string_view::npos ? std::string_view{} : rest.substr(colon + 1);

@@ -25,8 +25,9 @@ public:
     // 7 (Startup): $XDG_CONFIG_HOME/autostart or ~/.config/autostart.
     // Any other number, or no usable home folder: "".
     std::string CarpetaEspecial(int number) override;
-    // "recent:///" on the desktops whose file manager shows the recent files under that address
-    // when the desktop's opener is given it (the GNOME family); "" elsewhere.
+    // The address under which the desktop's file manager shows the recent files when the
+    // desktop's opener is given it: "recent:///" for the GNOME family and Xfce,
+    // "recentlyused:/files" for KDE; "" elsewhere.
     std::string RecentFilesView() override;
 
     // The freedesktop list of recently used files, "recently-used.xbel" in the Recent folder;

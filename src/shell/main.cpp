@@ -2,8 +2,8 @@
 #include <QIcon>
 #include <QStringList>
 
-#include "accesslog/xbel_reader.h"
 #include "extras/autostart.h"
+#include "platform/glib_recent_files.h"
 #include "platform/posix_instance_lock.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_locale_info.h"
@@ -52,7 +52,7 @@ int main(int argc, char** argv) {
     vt::QtLocaleInfo locale;
     vt::XdgShellFolders shell_folders;
     // The desktop's list of recently used files stands in for the Recent folder.
-    vt::XbelRecentFiles recent_files(shell_folders.RecentlyUsedListPath());
+    vt::GlibRecentFiles recent_files(shell_folders.RecentlyUsedListPath());
     vt::QtShellOpen shell_open;
     vt::DesktopEntryMaker startup_entry;
 

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -11,9 +14,9 @@
 
 #include "accesslog/access_pages.h"
 #include "accesslog/folder_recent_files.h"
-#include "accesslog/xbel_reader.h"
 #include "accesslog_fakes.h"
 #include "fake_clock.h"
+#include "platform/glib_recent_files.h"
 #include "recording_busy.h"
 #include "scripted_dialogs.h"
 #include "store/cp1252.h"
@@ -126,7 +129,7 @@ TEST(RecentScanWrites, ThePages) {
          {{kMarzo, kB + Entry("23:59:59", "/d/tonight")}}, 1},
         {"AccentsAndMarkupInAPath", "12/03/2024 09:00", "13/03/2024 09:30", {{"13/03/2024 09:01", "x", "/d/año & <b>'s"}},
          {{kMarzo, Head(3) + Heading("13", "Miércoles") +
-                   "09:01:00\r\n <a href='file:///d/año &amp; &lt;b&gt;&#39;s'>/d/año &amp; &lt;b&gt;'s</a>\r\n<br>\r\n"}}},
+                   "09:01:00\r\n <a href='file:///d/a%C3%B1o &amp; &lt;b&gt;&#39;s'>/d/año &amp; &lt;b&gt;'s</a>\r\n<br>\r\n"}}},
         {"NothingNewOnTheSameDayWritesNothing", kDay, kLater, {{"15/03/2024 08:00", "a", "/d/old"}}, {}}};
     // clang-format on
     for (const ScanCase& c : cases) {
@@ -199,6 +202,28 @@ TEST_F(RecentScan, UnwritablePageStopsTheRunAndKeepsWhatWasWritten) {
     EXPECT_EQ(busy_.calls, (std::vector<bool>{true, false}));
 }
 
+// A new page on a full disk: its head and first entry go in whole or not at all, so a page is
+// never left without its head for the next run to append to.
+TEST_F(RecentScan, FullDiskNeverLeavesAHeadlessPage) {
+    Window("14/03/2024 18:00", "15/03/2024 09:05");
+    recent_.Add("a", "/d/a", At("15/03/2024 09:01"));
+    rlimit saved{};
+    getrlimit(RLIMIT_FSIZE, &saved);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit lowered{600, saved.rlim_max};  // less than a head
+    setrlimit(RLIMIT_FSIZE, &lowered);
+    const ScanOutcome outcome = Scan();
+    setrlimit(RLIMIT_FSIZE, &saved);
+    std::signal(SIGXFSZ, handler);
+
+    EXPECT_EQ(outcome, ScanOutcome::Stopped);
+    EXPECT_EQ(Pages(), std::vector<std::string>{}) << "neither the page nor a temporary";
+    ASSERT_EQ(dialogs_.Shown().size(), 1u);
+    EXPECT_NE(dialogs_.Shown()[0].text.find(folder_.Path("LOG/2024.03.MARZO.htm")), std::string::npos);
+    EXPECT_EQ(Scan(), ScanOutcome::Logged);
+    ExpectPage("2024.03.MARZO.htm", Head(3) + Heading("15", "Viernes") + Entry("09:01:00", "/d/a"));
+}
+
 TEST_F(RecentScan, VanishedFileIsSkippedSilently) {
     Window("15/03/2024 09:00", "15/03/2024 09:05");
     recent_.Add("gone.lnk", "/d/gone", At("15/03/2024 09:01"));
@@ -222,7 +247,7 @@ TEST_F(RecentScan, NoSourceDoesNothingAtAll) {
 // taken, so the files used meanwhile are all logged.
 TEST_F(RecentScan, DamagedListLogsNothingUntilItReadsAgain) {
     test::ScopedTimeZone zone("UTC0");
-    XbelRecentFiles xbel(folder_.Path("Recent/recently-used.xbel"));
+    GlibRecentFiles xbel(folder_.Path("Recent/recently-used.xbel"));
     Window("15/03/2024 09:00", "15/03/2024 09:05");
     folder_.WriteFile("Recent/recently-used.xbel", std::string("\xFF\xFE<\0x\0", 6));
     EXPECT_EQ(Scan(xbel), ScanOutcome::Stopped);
@@ -230,9 +255,17 @@ TEST_F(RecentScan, DamagedListLogsNothingUntilItReadsAgain) {
     EXPECT_NE(dialogs_.Shown()[0].text.find("no está codificado en UTF-8"), std::string::npos);
     EXPECT_FALSE(folder_.Exists("LOG/2024.03.MARZO.htm"));
     EXPECT_EQ(settings_.UltimoAcceso, At("15/03/2024 09:00"));
+    // Told once per damage: the same file says nothing at the next runs, a new damage is told.
+    EXPECT_EQ(Scan(xbel), ScanOutcome::Stopped);
+    EXPECT_EQ(dialogs_.Shown().size(), 1u);
+    folder_.WriteFile("Recent/recently-used.xbel", "<xbel version='1.0'><bookmark");
+    EXPECT_EQ(Scan(xbel), ScanOutcome::Stopped);
+    EXPECT_EQ(Scan(xbel), ScanOutcome::Stopped);
+    ASSERT_EQ(dialogs_.Shown().size(), 2u);
+    EXPECT_NE(dialogs_.Shown()[1].text.find("incompleto"), std::string::npos);
 
     folder_.WriteFile("Recent/recently-used.xbel",
-                      "<xbel><bookmark href='file:///d/a' modified='2024-03-15T09:01:00Z'/>\n"
+                      "<xbel version='1.0'><bookmark href='file:///d/a' modified='2024-03-15T09:01:00Z'/>\n"
                       "<bookmark href='file:///d/b' modified='2024-03-15T09:07:00Z'/></xbel>\n");
     clock_.Set(At("15/03/2024 09:10"));
     EXPECT_EQ(Scan(xbel), ScanOutcome::Logged);

@@ -47,8 +47,8 @@ TEST(XdgShellFolders, RecentFilesViewFollowsTheDesktop) {
                                                                                         {"ubuntu:GNOME", "recent:///"},
                                                                                         {"X-Cinnamon", "recent:///"},
                                                                                         {"MATE", "recent:///"},
-                                                                                        {"KDE", ""},
-                                                                                        {"XFCE", ""},
+                                                                                        {"KDE", "recentlyused:/files"},
+                                                                                        {"XFCE", "recent:///"},
                                                                                         {"GNOME-Flashback", ""},
                                                                                         {"", ""},
                                                                                         {nullptr, ""}}) {

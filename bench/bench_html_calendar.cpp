@@ -59,7 +59,7 @@ void BM_TenYearsOfPages(benchmark::State& state) {
         vt::CollectedRange collected;
         collected.range = vt::WidenToMonths(kStart, vt::MakeDate(31, 12, 2033));
         collected.items = vt::CollectRangeItems(collected.range, alarms, repetitions, dialogs);
-        pages = vt::WriteCalendarPages(prefix, collected, "C").size();
+        pages = vt::WriteCalendarPages(prefix, collected, "C").written.size();
         items = collected.items.size();
     }
     state.counters["pages"] = static_cast<double>(pages);

@@ -10,6 +10,7 @@
 #include "platform/dialogs.h"
 #include "store/busy.h"
 #include "store/cp1252.h"
+#include "store/error_text.h"
 #include "store/text_file.h"
 
 namespace vt {
@@ -167,26 +168,42 @@ std::string CalendarPage(Date month, const std::vector<std::string>& items, std:
     return PageOf(month, IndexByDay(items), language);
 }
 
-std::vector<std::string> WriteCalendarPages(const std::string& folder, const CollectedRange& collected,
-                                            std::string_view language) {
+WrittenPages WriteCalendarPages(const std::string& folder, const CollectedRange& collected, std::string_view language) {
     const ItemsByDay index = IndexByDay(collected.items);
-    std::vector<std::string> written;
+    WrittenPages pages;
     const DateRange& range = collected.range;
     for (Date month = range.first.year() / range.first.month() / std::chrono::day{1}; month <= range.last && month.ok();
          month = AddMonths(month, 1)) {
-        const std::string path = folder + CalendarFileName(month);
-        // A page that cannot be written is simply missing; there is nothing the user could do
-        // about one page that the message at the end would help with.
-        if (!WriteFileAtomically(path, Utf8ToCp1252(PageOf(month, index, language)))) {
-            written.push_back(path);
+        std::string path = folder + CalendarFileName(month);
+        // One page in the way (a folder of that name, a file held open) says nothing about the
+        // others, which are still worth having.
+        if (const std::error_code error = WriteFileAtomically(path, Utf8ToCp1252(PageOf(month, index, language)))) {
+            pages.failed.push_back({std::move(path), error});
+        } else {
+            pages.written.push_back(std::move(path));
         }
     }
-    return written;
+    return pages;
+}
+
+std::string CalendarFailureMessage(const std::vector<PageFailure>& failed) {
+    if (failed.empty()) {
+        return {};
+    }
+    std::string message =
+        "No se ha podido escribir el calendario " + failed.front().path + " (" + ErrorText(failed.front().error) + ")";
+    if (failed.size() == 2) {
+        message += " ni otro más";
+    } else if (failed.size() > 2) {
+        message += " ni otros " + std::to_string(failed.size() - 1) + " más";
+    }
+    return message + ".";
 }
 
 void CreateCalendars(Dialogs& dialogs, Busy& busy, const std::string& app_folder, Date today, const EntryList& alarms,
                      const EntryList& repetitions) {
     std::optional<CollectedRange> collected;
+    std::vector<PageFailure> failed;
     {
         BusyScope scope(busy);
         collected = CollectRange(dialogs, "Crear calendario", today, alarms, repetitions);
@@ -194,9 +211,15 @@ void CreateCalendars(Dialogs& dialogs, Busy& busy, const std::string& app_folder
             return;
         }
         const auto answer = dialogs.Ask({"Idioma (C/E):", "Idioma", "C"});
-        WriteCalendarPages(app_folder, *collected, CalendarLanguage(answer.value_or("C")));
+        failed = WriteCalendarPages(app_folder, *collected, CalendarLanguage(answer.value_or("C"))).failed;
     }
-    dialogs.Inform(kCalendarsDoneMessage);
+    // "Hecho!" only when every page is there: a missing month found at the printer is worse
+    // than a message now.
+    if (failed.empty()) {
+        dialogs.Inform(kCalendarsDoneMessage);
+    } else {
+        dialogs.Warn(CalendarFailureMessage(failed));
+    }
 }
 
 }  // namespace vt

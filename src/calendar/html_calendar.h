@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "calendar/range_collector.h"
@@ -31,13 +32,29 @@ std::string CalendarLanguage(std::string_view answer);
 // text escaped for HTML.
 std::string CalendarPage(Date month, const std::vector<std::string>& items, std::string_view language);
 
+struct PageFailure {
+    std::string path;
+    std::error_code error;
+};
+
+// The paths written and the pages that could not be, each in month order.
+struct WrittenPages {
+    std::vector<std::string> written;
+    std::vector<PageFailure> failed;
+};
+
 // Writes the page of every month from range.first to range.last into `folder` (which ends with
-// its separator), replacing pages of the same name; returns the paths written, in month order.
-std::vector<std::string> WriteCalendarPages(const std::string& folder, const CollectedRange& collected,
-                                            std::string_view language);
+// its separator), replacing pages of the same name. A page that cannot be written does not stop
+// the others.
+WrittenPages WriteCalendarPages(const std::string& folder, const CollectedRange& collected, std::string_view language);
+
+// "No se ha podido escribir el calendario <path> (<cause>)." for the first failed page, with
+// the count of the others after it; empty when there is none.
+std::string CalendarFailureMessage(const std::vector<PageFailure>& failed);
 
 // The menu action: the range (cancel writes nothing and shows nothing), the language asked with
-// "Idioma (C/E):", the pages written while the busy state is on, then the closing message.
+// "Idioma (C/E):", the pages written while the busy state is on, then the closing message, or,
+// when a page could not be written, the message that names it instead.
 void CreateCalendars(Dialogs& dialogs, Busy& busy, const std::string& app_folder, Date today, const EntryList& alarms,
                      const EntryList& repetitions);
 

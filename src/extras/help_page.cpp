@@ -69,8 +69,8 @@ constexpr Paragraph kAfterAgenda[] = {
      "Si pasas el ratón por encima de un día verás sus avisos, y si pulsas sobre él puedes ver, crear o "
      "cambiar las alarmas y repeticiones de ese día."},
     {Kind::Plain,
-     "Con los botones de arriba cambias de año y de mes, hacia delante o hacia atrás, para ver lo que tienes "
-     "previsto más adelante o lo que pasó."},
+     "Con los botones de debajo del calendario cambias de año y de mes, hacia delante o hacia atrás, para ver "
+     "lo que tienes previsto más adelante o lo que pasó."},
     {Kind::Heading, "Accesos"},
     {Kind::Plain,
      "Mientras el programa está en marcha, cada pocos minutos mira qué archivos has abierto y los apunta en el "
@@ -79,7 +79,8 @@ constexpr Paragraph kAfterAgenda[] = {
      "Así puedes saber con qué documentos trabajaste cualquier día: los accesos se guardan en una página por "
      "mes, con los archivos agrupados por días."},
     {Kind::Plain,
-     "Desde el menú 'Accesos' abres la página del mes que quieras, o la carpeta de archivos recientes del "
+     "En el menú 'Accesos', 'Accesos Hoy' abre la página del mes en curso; las de otros meses están en la "
+     "'Carpeta Logs de Accesos'. 'Carpeta Archivos Recientes' abre la carpeta de archivos recientes del "
      "sistema."},
     {Kind::Heading, "Tareas"},
     {Kind::Plain,
@@ -101,7 +102,9 @@ constexpr Paragraph kAfterAgenda[] = {
     {Kind::Plain,
      "- En el menú 'Opciones' puedes hacer que el programa se arranque solo al iniciar el sistema, para no "
      "olvidarte nunca de ponerlo en marcha."},
-    {Kind::Plain, "- Puedes sacar un listado de todos tus avisos entre dos fechas, para tenerlo a mano o imprimirlo."},
+    {Kind::Plain,
+     "- Puedes sacar un listado de tus avisos entre dos fechas, para tenerlo a mano o imprimirlo. Las alarmas "
+     "diarias y semanales salen una sola vez, en su próxima fecha."},
     {Kind::Plain,
      "- También puedes crear calendarios en HTML de los meses que quieras, listos para imprimir y colgar en la "
      "pared."},

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -80,6 +81,9 @@ MsgAnswer EscapeAnswer(MsgButtons buttons) {
 MsgAnswer QtDialogs::Show(const MessageBox& box) {
     QMessageBox message(ToQtIcon(box.icon), TitleOrDefault(box.title), ToScreenText(box.text), QMessageBox::NoButton,
                         QApplication::activeWindow());
+    // The texts carry what the user typed and what files hold; a "<b>" in them is shown, not
+    // obeyed.
+    message.setTextFormat(Qt::PlainText);
     const QList<ButtonChoice> choices = ButtonsOf(box.buttons);
     for (const ButtonChoice& choice : choices) {
         message.addButton(choice.button)->setText(QString::fromUtf8(choice.caption));
@@ -108,6 +112,10 @@ std::optional<std::string> QtDialogs::Ask(const InputBox& box) {
     QInputDialog input(QApplication::activeWindow());
     input.setWindowTitle(TitleOrDefault(box.title));
     input.setLabelText(ToScreenText(box.prompt));
+    // The dialog has no switch of its own for the prompt's format; its one label is the prompt.
+    for (QLabel* label : input.findChildren<QLabel*>()) {
+        label->setTextFormat(Qt::PlainText);
+    }
     input.setTextValue(QString::fromStdString(box.initial));
     input.setOkButtonText(QStringLiteral("Aceptar"));
     input.setCancelButtonText(QStringLiteral("Cancelar"));

@@ -137,6 +137,7 @@ void FrmReloj::buildClockIns() {
     grid->addWidget(new QLabel(QStringLiteral("Salida:"), central), departureRow, 0);
     m_lblSalida = new QLabel(central);
     m_lblSalida->setObjectName(QStringLiteral("lblSalida"));
+    m_lblSalida->setTextFormat(Qt::PlainText);
     grid->addWidget(m_lblSalida, departureRow, 1);
     grid->setRowStretch(departureRow + 1, 1);
     grid->setColumnStretch(2, 1);
@@ -174,6 +175,7 @@ void FrmReloj::buildClockIns() {
 
     m_statusLine = new QLabel(statusBar());
     m_statusLine->setObjectName(QStringLiteral("statusLine"));
+    m_statusLine->setTextFormat(Qt::PlainText);
     statusBar()->addWidget(m_statusLine, 1);
 }
 

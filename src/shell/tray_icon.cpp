@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QPainterPath>
+#include <QTextDocument>
 #include <QTimer>
 #include <QtMath>
 #include <cmath>
@@ -129,8 +130,13 @@ QImage DrawPicture(TrayImage image) {
     return BlankPicture();
 }
 
+// The tip holds the last task as the user typed it. A tray tip has no plain-text switch: Qt
+// reads it as HTML whenever it looks like HTML ("<b>", "&lt;"). Only such a tip is escaped, and
+// kept on one line with its blanks as typed, so that it shows literally; any other goes as it is,
+// for the trays that show the tip as plain text.
 QString TipShown(const std::u32string& field) {
-    return QString::fromStdString(TrayTipShown(field));
+    const QString tip = QString::fromStdString(TrayTipShown(field));
+    return Qt::mightBeRichText(tip) ? Qt::convertFromPlainText(tip, Qt::WhiteSpacePre) : tip;
 }
 
 struct MenuRow {

@@ -99,11 +99,12 @@ void FrmMarcar::onEnterKey() {
 }
 
 bool FrmMarcar::eventFilter(QObject* watched, QEvent* event) {
-    // Shift+Enter in the log is a new line, as in any editor; the dialog keeps every other
-    // Enter. A plain block break, so the text reads back with "\n" and no line separators.
+    // Shift+Enter in the log is a new line, as in any editor, and so are Ctrl+Enter and
+    // Alt+Enter, which other editors use for it; the dialog keeps the plain Enter (the keypad's
+    // too). A plain block break, so the text reads back with "\n" and no line separators.
     if (watched == m_txtLog && event->type() == QEvent::KeyPress) {
         const auto& key = *static_cast<const QKeyEvent*>(event);
-        if (IsEnter(key) && key.modifiers().testFlag(Qt::ShiftModifier)) {
+        if (IsEnter(key) && (key.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier))) {
             m_txtLog->textCursor().insertBlock();
             m_txtLog->ensureCursorVisible();
             return true;

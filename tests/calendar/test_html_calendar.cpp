@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string>
@@ -165,6 +167,32 @@ TEST_F(CreateCalendarsTest, FourMonthsWriteFourPagesInWindows1252) {
     const std::string bytes = folder.ReadFile("calendario.02.2025.htm");
     EXPECT_NE(bytes.find(">20</br><div class='cumple'><u><b>Revisi\xF3n a\xF1o</b></u></div></td>"), std::string::npos);
     EXPECT_EQ(bytes, Utf8ToCp1252(CalendarPage(MakeDate(1, 2, 2025), {"20/02/2025!Revisión año"}, "E")));
+}
+
+// A page that cannot be written (a folder stands in its place) is named with its cause instead
+// of "Hecho!"; the other months are still written. More failures are counted after the first.
+TEST_F(CreateCalendarsTest, APageThatCannotBeWrittenIsNamedInsteadOfDone) {
+    for (const auto& [blocked, tail] :
+         {std::pair{Items{"calendario.04.2024.htm"}, "."},
+          std::pair{Items{"calendario.03.2024.htm", "calendario.05.2024.htm"}, " ni otro más."}}) {
+        for (const std::string& page : blocked) {
+            folder.WriteFile(page + "/dentro", "");
+        }
+        dialogs.Forget();
+        for (const char* typed : {"010324", "310524", "C"}) {
+            dialogs.QueueInput(std::string(typed));
+        }
+        Run();
+        ASSERT_EQ(dialogs.Shown().size(), 1u) << blocked.size();
+        EXPECT_EQ(dialogs.Shown()[0].text,
+                  "No se ha podido escribir el calendario " + folder.Path(blocked[0]) + " (es una carpeta)" + tail);
+        EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
+        for (const std::string page : {"calendario.03.2024.htm", "calendario.04.2024.htm", "calendario.05.2024.htm"}) {
+            const bool wanted = std::find(blocked.begin(), blocked.end(), page) == blocked.end();
+            EXPECT_EQ(std::filesystem::is_regular_file(folder.Path(page)), wanted) << page;
+            std::filesystem::remove_all(folder.Path(page));
+        }
+    }
 }
 
 // A lower-case "e" is not Basque; and an entry marked "-" never reaches a page.

@@ -116,6 +116,35 @@ TEST(HelpPage, SectionsHaveTheirParagraphCounts) {
     EXPECT_EQ(lines.size() - 1 - tricks - 1, 4u);
 }
 
+// The calendar's month buttons sit below it, "Accesos Hoy" opens this month's page only, and the
+// listing shows daily and weekly alarms once; the sentences say so, each in its own section.
+TEST(HelpPage, SentencesSayWhatTheProgramDoes) {
+    const std::vector<std::string> lines = Lines(HelpPageText("VendrakoTimer"));
+    // clang-format off
+    const std::vector<std::tuple<const char*, const char*, const char*>> cases{
+        {"Calendario", "Accesos", "Con los botones de debajo del calendario cambias de año y de mes, hacia delante o "
+                                  "hacia atrás, para ver lo que tienes previsto más adelante o lo que pasó."},
+        {"Accesos", "Tareas", "En el menú 'Accesos', 'Accesos Hoy' abre la página del mes en curso; las de otros "
+                              "meses están en la 'Carpeta Logs de Accesos'. 'Carpeta Archivos Recientes' abre la "
+                              "carpeta de archivos recientes del sistema."},
+        {"Trucos", nullptr, "- Puedes sacar un listado de tus avisos entre dos fechas, para tenerlo a mano o "
+                            "imprimirlo. Las alarmas diarias y semanales salen una sola vez, en su próxima fecha."}};
+    // clang-format on
+    for (const auto& [heading, following, sentence] : cases) {
+        const size_t at = LineIndex(lines, std::string(sentence) + "<br><br>");
+        ASSERT_NE(at, std::string::npos) << sentence;
+        EXPECT_LT(LineIndex(lines, std::string("<b>") + heading + "<br><br></b>"), at) << sentence;
+        if (following != nullptr) {
+            EXPECT_GT(LineIndex(lines, std::string("<b>") + following + "<br><br></b>"), at) << sentence;
+        }
+    }
+    for (const std::string& line : lines) {
+        for (const char* wrong : {"botones de arriba", "del mes que quieras", "todos tus avisos"}) {
+            EXPECT_EQ(line.find(wrong), std::string::npos) << line;
+        }
+    }
+}
+
 // The agenda section is the editors' help, line by line, escaped: "<ddmmyy>" must show.
 TEST(HelpPage, AgendaSectionIsTheEditorsHelp) {
     const std::vector<std::string> lines = Lines(HelpPageText("VendrakoTimer"));

@@ -294,6 +294,56 @@ private slots:
         QCOMPARE(m_window->txtHora(0)->text(), u"0800"_s);
     }
 
+    // A typed or stored text reaches the screen as typed, markup and "&" included: what each
+    // widget kind shows, read as Qt reads its text (rich text only when the format says so).
+    void userTextIsShownAsTyped_data() {
+        QTest::addColumn<QString>("widget");
+        QTest::addColumn<QString>("text");
+        for (const QString& widget : {u"message box"_s, u"input box"_s, u"departure label"_s, u"tray tip"_s}) {
+            for (const QString& text : {u"<b>negrita</b>"_s, u"a & b"_s, u"a &lt; b"_s, u"  <i>dos  blancos</i> "_s}) {
+                QTest::addRow("%s: %s", qPrintable(widget), qPrintable(text)) << widget << text;
+            }
+        }
+    }
+    void userTextIsShownAsTyped() {
+        QFETCH(QString, widget);
+        QFETCH(QString, text);
+        const auto shown = [](const QString& held, Qt::TextFormat format) {
+            if (format == Qt::PlainText || (format == Qt::AutoText && !Qt::mightBeRichText(held))) {
+                return held;
+            }
+            QTextDocument document;
+            document.setHtml(held);
+            return document.toPlainText();
+        };
+        QStringList seen;
+        const auto readLabel = [&seen, &shown](QDialog& dialog) {
+            for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+                if (!label->text().isEmpty()) {
+                    seen << shown(label->text(), label->textFormat());
+                }
+            }
+        };
+        const std::string typed = text.toStdString();
+        if (widget == u"message box"_s) {
+            vt::test::WhenModal<QMessageBox>(readLabel);
+            vt::QtDialogs().Show({typed, vt::MsgIcon::Information, vt::MsgButtons::Ok, "Título", {}});
+        } else if (widget == u"input box"_s) {
+            vt::test::WhenModal<QInputDialog>(readLabel);
+            static_cast<void>(vt::QtDialogs().Ask({typed, "Título", ""}));
+        } else if (widget == u"departure label"_s) {
+            m_window->ShowDeparture(typed, typed);
+            for (const char* name : {"lblSalida", "statusLine"}) {
+                const auto* label = m_window->findChild<QLabel*>(QString::fromUtf8(name));
+                seen << shown(label->text(), label->textFormat());
+            }
+        } else {
+            m_rig->tray.setTooltip(text);
+            seen << shown(m_rig->tray.trayIcon()->toolTip(), Qt::AutoText);
+        }
+        QCOMPARE(seen, QStringList(widget == u"departure label"_s ? 2 : 1, text));
+    }
+
     // One item per reminder after the hidden template, "&" shown as itself; a rebuild replaces
     // the items, and "(ninguna)" shows only when there is none. Each item opens its reminder.
     void repetitionMenuIsRebuilt() {

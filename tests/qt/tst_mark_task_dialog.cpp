@@ -74,14 +74,21 @@ private slots:
         QVERIFY(m_folder->ReadFile(kLog) == kLines + "02/01/2024 10:15:30    Reuni\xF3n \r\n");
     }
 
-    // Shift+Enter breaks the line; Enter asks to save; No keeps the dialog and the edits; Yes
-    // writes them and the current task follows the log.
-    void enterInTheLogSavesAndShiftEnterBreaksTheLine() {
+    // Shift+Enter, Ctrl+Enter and Alt+Enter break the line; Enter asks to save; No keeps the
+    // dialog and the edits; Yes writes them and the current task follows the log.
+    void enterInTheLogSavesAndAModifiedEnterBreaksTheLine_data() {
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::newRow("Shift+Enter") << Qt::KeyboardModifiers(Qt::ShiftModifier);
+        QTest::newRow("Ctrl+Enter") << Qt::KeyboardModifiers(Qt::ControlModifier);
+        QTest::newRow("Alt+Enter") << Qt::KeyboardModifiers(Qt::AltModifier);
+    }
+    void enterInTheLogSavesAndAModifiedEnterBreaksTheLine() {
+        QFETCH(Qt::KeyboardModifiers, modifiers);
         QPlainTextEdit* log = m_dialog->txtLog();
         QVERIFY(vt::test::FocusOn(log));
         log->moveCursor(QTextCursor::End);
         QTest::keyClicks(log, u"02/01/2024 10:00:00 Correo"_s);
-        QTest::keyClick(log, Qt::Key_Return, Qt::ShiftModifier);
+        QTest::keyClick(log, Qt::Key_Return, modifiers);
         QTest::keyClicks(log, u"  02/01/2024 10:05:00 Llamadas  "_s);
         const QString edited = log->toPlainText();
         QVERIFY(edited.endsWith(u"Correo\n  02/01/2024 10:05:00 Llamadas  "_s));

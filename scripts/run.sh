@@ -13,7 +13,8 @@ vt_install_packages "${VT_BUILD_PACKAGES[@]}" "${VT_DISPLAY_PACKAGES[@]}"
 vt_build_program VendrakoTimer vendrako_short_date
 exe="$root/build/run/src/VendrakoTimer"
 
-# The program only works with a day-first short date ("dd/MM/yyyy"); Qt takes it from LC_TIME.
+# The program only works on a desktop with a day/month/year short date; the helper prints the
+# format as the program reads it ("dd/MM/yyyy" when it will start).
 format=$(QT_QPA_PLATFORM=offscreen "$root/build/run/src/vendrako_short_date" 2>/dev/null || true)
 program=("$exe")
 if [ "${format^^}" != "DD/MM/YYYY" ]; then

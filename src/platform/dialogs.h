@@ -25,13 +25,29 @@ struct InputBox {
     std::string initial;
 };
 
+// What closing a box without a button (Escape, the window's close button) answers.
+inline MsgAnswer CloseAnswer(MsgButtons buttons) {
+    switch (buttons) {
+        case MsgButtons::OkCancel:
+        case MsgButtons::YesNoCancel:
+            return MsgAnswer::Cancel;
+        case MsgButtons::YesNo:
+            return MsgAnswer::No;
+        case MsgButtons::Ok:
+            break;
+    }
+    return MsgAnswer::Ok;
+}
+
 // Every message and question of the program goes through here.
 class Dialogs {
 public:
     virtual ~Dialogs() = default;
-    virtual MsgAnswer Show(const MessageBox& box) = 0;
+    // Once the desktop session is ending nothing waits for the user: a box is answered at
+    // once as if closed, and an input box as cancelled, without being shown.
+    MsgAnswer Show(const MessageBox& box) { return session_ending_ ? CloseAnswer(box.buttons) : ShowBox(box); }
     // The typed text, or nothing when the user cancelled.
-    virtual std::optional<std::string> Ask(const InputBox& box) = 0;
+    std::optional<std::string> Ask(const InputBox& box) { return session_ending_ ? std::nullopt : AskText(box); }
 
     // The common shapes, for brevity at the call sites.
     void Inform(const std::string& text) { Show({text, MsgIcon::Information, MsgButtons::Ok, {}, {}}); }
@@ -39,6 +55,22 @@ public:
     void Fatal(const std::string& text, const std::string& title = {}) {
         Show({text, MsgIcon::Critical, MsgButtons::Ok, title, {}});
     }
+
+    // The desktop session is ending: every box and dialog open now is closed without a
+    // choice, and no further one is shown. Whoever opened one sees SessionEnding() afterwards.
+    void EndSession() {
+        session_ending_ = true;
+        CloseOpenDialogs();
+    }
+    bool SessionEnding() const { return session_ending_; }
+
+protected:
+    virtual MsgAnswer ShowBox(const MessageBox& box) = 0;
+    virtual std::optional<std::string> AskText(const InputBox& box) = 0;
+    virtual void CloseOpenDialogs() {}
+
+private:
+    bool session_ending_ = false;
 };
 
 }  // namespace vt

@@ -1,6 +1,7 @@
 #include "platform/qt_dialogs.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -62,23 +63,9 @@ QList<ButtonChoice> ButtonsOf(MsgButtons buttons) {
     return {kOk};
 }
 
-// What closing the box without a button (Escape, the window's close button) means.
-MsgAnswer EscapeAnswer(MsgButtons buttons) {
-    switch (buttons) {
-        case MsgButtons::OkCancel:
-        case MsgButtons::YesNoCancel:
-            return MsgAnswer::Cancel;
-        case MsgButtons::YesNo:
-            return MsgAnswer::No;
-        case MsgButtons::Ok:
-            break;
-    }
-    return MsgAnswer::Ok;
-}
-
 }  // namespace
 
-MsgAnswer QtDialogs::Show(const MessageBox& box) {
+MsgAnswer QtDialogs::ShowBox(const MessageBox& box) {
     QMessageBox message(ToQtIcon(box.icon), TitleOrDefault(box.title), ToScreenText(box.text), QMessageBox::NoButton,
                         QApplication::activeWindow());
     // The texts carry what the user typed and what files hold; a "<b>" in them is shown, not
@@ -89,7 +76,7 @@ MsgAnswer QtDialogs::Show(const MessageBox& box) {
         message.addButton(choice.button)->setText(QString::fromUtf8(choice.caption));
     }
     const MsgAnswer default_answer = box.default_answer.value_or(choices.front().answer);
-    const MsgAnswer escape_answer = EscapeAnswer(box.buttons);
+    const MsgAnswer escape_answer = CloseAnswer(box.buttons);
     for (const ButtonChoice& choice : choices) {
         if (choice.answer == default_answer) {
             message.setDefaultButton(choice.button);
@@ -108,7 +95,7 @@ MsgAnswer QtDialogs::Show(const MessageBox& box) {
     return escape_answer;
 }
 
-std::optional<std::string> QtDialogs::Ask(const InputBox& box) {
+std::optional<std::string> QtDialogs::AskText(const InputBox& box) {
     QInputDialog input(QApplication::activeWindow());
     input.setWindowTitle(TitleOrDefault(box.title));
     input.setLabelText(ToScreenText(box.prompt));
@@ -123,6 +110,17 @@ std::optional<std::string> QtDialogs::Ask(const InputBox& box) {
         return std::nullopt;
     }
     return input.textValue().toStdString();
+}
+
+void QtDialogs::CloseOpenDialogs() {
+    // Closed as cancelled, past any dialog's own idea of what Escape means ("5 Minutos" in
+    // the repeat-later dialog, a question in the task log): each exec() returns, and whoever
+    // opened it sees that the session is ending.
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (auto* dialog = qobject_cast<QDialog*>(window); dialog != nullptr && dialog->isVisible()) {
+            dialog->done(QDialog::Rejected);
+        }
+    }
 }
 
 }  // namespace vt

@@ -101,11 +101,16 @@ Outcome App::Start(std::string_view command_line) {
     state_.CalendarDate = Today(ports_.clock);
     RefreshCalendar();
     view_.HideDetails();
+    // From here on there is something for the closing path to close.
+    started_ = true;
     ShowProximityReport(true);
+    // The session ended while the start-up boxes were open: the closing path takes over.
+    if (SessionEnding()) {
+        return Outcome::Continue;
+    }
     state_.TickCounter = 0;
     RunRecentFilesScan();
     state_.TimerEnabled = true;
-    started_ = true;
     return Outcome::Continue;
 }
 
@@ -115,8 +120,10 @@ Outcome App::Tick() {
     }
     UpdateDepartureNow();
     CheckDueRepetitions();
-    AdvanceTickCounter();
-    RetryPendingSave();
+    if (!SessionEnding()) {
+        AdvanceTickCounter();
+        RetryPendingSave();
+    }
     return Outcome::Continue;
 }
 
@@ -271,7 +278,7 @@ void App::OpenAlarm(bool add_mode, int index, std::string_view preset_date) {
             state_.settings.Alarms, add_mode, index, preset_date, ports_.clock.Now(),
             [this](const std::string& text) { RunLog(text); },
             [this](AlarmForm& form) { return view_.EditAlarm(form); });
-        if (changed) {
+        if (changed && !SessionEnding()) {
             AfterAlarmChange();
         }
     }
@@ -284,7 +291,7 @@ void App::OpenRepetitionEditorFor(bool add_mode, int index, std::string_view pre
         const bool changed =
             OpenRepetitionEditor(state_.settings.Repetitions, add_mode, index, preset_date, ports_.clock.Now(),
                                  [this](RepetitionForm& form) { return view_.EditRepetition(form); });
-        if (changed) {
+        if (changed && !SessionEnding()) {
             AfterRepetitionChange();
         }
     }
@@ -451,6 +458,11 @@ void App::CheckDueRepetitions() {
         state_.ClockInBoxesActive = false;
         const std::optional<int> choice = view_.AskRepeatLater(prompt);
         state_.ClockInBoxesActive = true;
+        // Closed by the end of the session, not by the user: the reminder stays as it is, to
+        // come up again at the next start.
+        if (SessionEnding()) {
+            return;
+        }
 
         state_.RepeatTarget = choice ? RepeatLaterTarget(ports_.clock.Now(), *choice) : std::string();
         // The copy goes in before the due entry goes out, so a reminder is never lost between.
@@ -507,6 +519,10 @@ Outcome App::OpenSchedule() {
     // Focus moving into the dialog must not store a half-typed clock-in.
     state_.ClockInBoxesActive = false;
     view_.EditSchedule(state_.settings.DayHours, state_.settings.DayMode);
+    if (SessionEnding()) {
+        state_.ClockInBoxesActive = true;
+        return Outcome::Continue;
+    }
     // Closed either way, the schedule is saved and applied again (deliberately also after
     // "Cancelar": a continuous day then still loses its afternoon clock-ins).
     Save();
@@ -541,6 +557,10 @@ void App::Shutdown(bool interactive) {
         return;
     }
     started_ = false;  // the closing path runs once, whoever asks for it first
+    // When the desktop session is ending nothing may wait for the user, not even a warning.
+    if (!interactive) {
+        EndSession();
+    }
     // Every change is saved when it is made; only one that has not reached the disk yet gets a
     // last try here.
     if (state_.Store.SavePending && !Save() && interactive) {
@@ -550,10 +570,17 @@ void App::Shutdown(bool interactive) {
     RunRecentFilesScan();
     const std::string report = ShowProximityReport(false);
     MirrorLogFolder(paths_, *this);
-    // When the desktop session is ending nothing may wait for the user.
     if (interactive) {
         ports_.dialogs.Inform(report);
     }
+}
+
+void App::EndSession() {
+    ports_.dialogs.EndSession();
+}
+
+bool App::SessionEnding() const {
+    return ports_.dialogs.SessionEnding();
 }
 
 void App::BusyPointer::SetBusy(bool on) {

@@ -58,6 +58,10 @@ public:
     Outcome Tick();
     // interactive = false when the desktop session is ending: nothing modal is shown then.
     void Shutdown(bool interactive);
+    // The desktop session is ending: every dialog open now closes, no further one is shown,
+    // and what an open dialog held (a due reminder, an entry being edited) stays as it is.
+    void EndSession();
+    bool SessionEnding() const;
 
     void SetBusy(bool on) override;
 

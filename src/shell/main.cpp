@@ -68,16 +68,22 @@ int main(int argc, char** argv) {
     tray.setState(app.State());
     QObject::connect(&window, &vt::FrmReloj::programEnded, &application, &QCoreApplication::exit);
 
+    // Watched from before the start: the end of the session closes the start-up's message
+    // boxes too, and once the settings are loaded it ends through the closing path. Should
+    // anything still hold the process up, it is gone 1.5 s after the signal.
+    vt::SessionEnd session_end([&window] { window.endSession(); }, 1500);
+
     if (app.Start(command_line) == vt::Outcome::Exit) {
         return 1;
     }
 
-    // Watched only from here on: before this point nothing has been done that a closing
-    // path would need to finish, and the default effect (ending at once) is right.
-    vt::SessionEnd session_end([&window] { window.endSession(); });
-
-    window.show();
-    window.startMainTimer();
-    tray.restartFlashTimer();
-    return QApplication::exec();
+    int loopStatus = 0;
+    // The session may have ended while the start-up report was open.
+    if (!window.ending()) {
+        window.show();
+        window.startMainTimer();
+        tray.restartFlashTimer();
+        loopStatus = QApplication::exec();
+    }
+    return window.finishEnding(loopStatus);
 }

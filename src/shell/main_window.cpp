@@ -538,12 +538,23 @@ void FrmReloj::exitProgram() {
 }
 
 void FrmReloj::endSession() {
-    if (beginEnding(0) && m_app != nullptr) {
-        m_app->Shutdown(false);
+    m_dialogs.EndSession();
+    if (beginEnding(0)) {
+        m_sessionClosingDue = true;
     }
     // Also when a closing is already under way: its message box, if any, must not hold the
     // ending session up. The status is the one the first ending chose.
     emit programEnded(*m_exitStatus);
+}
+
+int FrmReloj::finishEnding(int loopStatus) {
+    if (m_sessionClosingDue) {
+        m_sessionClosingDue = false;
+        if (m_app != nullptr) {
+            m_app->Shutdown(false);
+        }
+    }
+    return m_exitStatus.value_or(loopStatus);
 }
 
 }  // namespace vt

@@ -78,9 +78,15 @@ public:
     // "Salir": the closing steps (with their messages), then the program ends.
     void exitProgram();
 
-    // The desktop session is ending (SIGTERM, SIGINT): the closing steps run without
-    // anything modal, and the program ends.
+    // The desktop session is ending (SIGTERM, SIGINT): every dialog closes at once, nothing
+    // further is shown, and the program's event loops are ended. The closing steps follow in
+    // finishEnding(), once those loops have returned and no dialog's caller is half-way.
     void endSession();
+    // Whether the program is ending, however it came to it.
+    bool ending() const { return m_exitStatus.has_value(); }
+    // After the event loop: the closing steps of an ended session (once), and the exit status;
+    // loopStatus when nothing ended the program.
+    int finishEnding(int loopStatus);
 
     // The clock-in box txtHora(index), 0 "Entrada 1", 1 "Salida 1", 2 "Entrada 2".
     TimeBox* txtHora(int index) const { return m_txtHora.at(static_cast<size_t>(index)); }
@@ -155,6 +161,8 @@ private:
     // next box, and that must not be forwarded back into App in the middle.
     bool m_inClockInLeave = false;
     std::optional<int> m_exitStatus;
+    // The session ended and its closing steps have not run yet.
+    bool m_sessionClosingDue = false;
     // For each busy stretch under way, innermost last: whether it set the busy pointer.
     std::vector<bool> m_busyPointerSet;
 };

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/socket.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <QSocketNotifier>
@@ -20,6 +21,12 @@ int g_pipe[2] = {-1, -1};
 constexpr std::array<int, 2> kSignals{SIGTERM, SIGINT};
 struct sigaction g_previous[kSignals.size()];
 
+// The last-resort timer: made beforehand, because only arming it is safe in a handler.
+timer_t g_deadline{};
+bool g_hasDeadline = false;
+struct itimerspec g_deadlineSpec {};
+volatile sig_atomic_t g_deadlineArmed = 0;
+
 void ClosePipe() {
     for (int& fd : g_pipe) {
         if (fd >= 0) {
@@ -30,7 +37,7 @@ void ClosePipe() {
 }
 }  // namespace
 
-SessionEnd::SessionEnd(std::function<void()> onSessionEnd, QObject* parent)
+SessionEnd::SessionEnd(std::function<void()> onSessionEnd, int deadlineMs, QObject* parent)
     : QObject(parent), m_onSessionEnd(std::move(onSessionEnd)) {
     if (g_pipe[0] >= 0) {
         return;  // another one is already watching
@@ -38,6 +45,15 @@ SessionEnd::SessionEnd(std::function<void()> onSessionEnd, QObject* parent)
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, g_pipe) != 0) {
         g_pipe[0] = g_pipe[1] = -1;
         return;
+    }
+    if (deadlineMs > 0) {
+        struct sigevent event {};
+        event.sigev_notify = SIGEV_SIGNAL;
+        event.sigev_signo = SIGALRM;
+        g_hasDeadline = ::timer_create(CLOCK_MONOTONIC, &event, &g_deadline) == 0;
+        g_deadlineSpec.it_value.tv_sec = deadlineMs / 1000;
+        g_deadlineSpec.it_value.tv_nsec = static_cast<long>(deadlineMs % 1000) * 1000000L;
+        g_deadlineArmed = 0;
     }
     // A burst of signals must never block the handler on a full socket.
     ::fcntl(g_pipe[1], F_SETFL, ::fcntl(g_pipe[1], F_GETFL) | O_NONBLOCK);
@@ -65,10 +81,23 @@ SessionEnd::~SessionEnd() {
     delete m_notifier;
     m_notifier = nullptr;
     ClosePipe();
+    if (g_hasDeadline) {
+        ::timer_delete(g_deadline);
+        g_hasDeadline = false;
+    }
 }
 
 void SessionEnd::onSignal(int) {
     const int saved_errno = errno;
+    if (g_hasDeadline && g_deadlineArmed == 0) {
+        g_deadlineArmed = 1;
+        // SIGALRM's own effect, ending the process, whatever anyone made of it before.
+        struct sigaction fatal {};
+        fatal.sa_handler = SIG_DFL;
+        sigemptyset(&fatal.sa_mask);
+        ::sigaction(SIGALRM, &fatal, nullptr);
+        ::timer_settime(g_deadline, 0, &g_deadlineSpec, nullptr);
+    }
     const char byte = 1;
     [[maybe_unused]] const ssize_t written = ::write(g_pipe[1], &byte, 1);
     errno = saved_errno;

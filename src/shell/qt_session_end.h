@@ -13,7 +13,10 @@ class SessionEnd : public QObject {
     Q_OBJECT
 
 public:
-    explicit SessionEnd(std::function<void()> onSessionEnd, QObject* parent = nullptr);
+    // deadlineMs > 0: the first signal also starts a last-resort timer, after which the
+    // process is ended by SIGALRM whatever it is doing, so that nothing unforeseen can keep
+    // an ending session waiting.
+    explicit SessionEnd(std::function<void()> onSessionEnd, int deadlineMs = 0, QObject* parent = nullptr);
     ~SessionEnd() override;
     SessionEnd(const SessionEnd&) = delete;
     SessionEnd& operator=(const SessionEnd&) = delete;

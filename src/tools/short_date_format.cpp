@@ -1,11 +1,12 @@
-// Prints the short date pattern of the user's locale as Qt sees it, so that the run script
+// Prints the short date format the program reads from the desktop, so that the run script
 // can tell whether the program will accept the environment.
 #include <QCoreApplication>
-#include <QLocale>
 #include <cstdio>
+
+#include "platform/qt_locale_info.h"
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    std::printf("%s\n", qPrintable(QLocale::system().dateFormat(QLocale::ShortFormat)));
+    std::printf("%s\n", vt::QtLocaleInfo().ShortDateFormat().c_str());
     return 0;
 }

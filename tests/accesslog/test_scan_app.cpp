@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "accesslog_fakes.h"
 #include "app_harness.h"
 #include "store/cp1252.h"
@@ -51,6 +53,24 @@ TEST_F(ScanAppTest, StartUpScansOnceAndTheTickEveryFiveMinutes) {
     EXPECT_EQ(recent.calls, 2);
     app->Shutdown(false);
     EXPECT_EQ(recent.calls, 3) << "a last scan on the way out";
+}
+
+// The closing scan of an ending session would warn of a file dated in the future; nothing may
+// wait for the user then, so it and every later box or input box are answered unseen.
+TEST_F(ScanAppTest, WhenTheSessionEndsTheClosingScanWarnsOfNothing) {
+    ASSERT_EQ(app->Start(""), Outcome::Continue);
+    recent.Add("futuro.odt", "/home/ana/futuro.odt", MakeDateTime(MakeDate(20, 3, 2024), 8, 30));
+    std::filesystem::remove_all(folder.Path("Backup"));
+    dialogs.Forget();
+    app->Shutdown(false);
+    EXPECT_EQ(recent.calls, 2);
+    EXPECT_TRUE(folder.Exists("Backup/2024.03.MARZO.htm")) << "the log is still mirrored";
+    EXPECT_TRUE(app->SessionEnding());
+    EXPECT_EQ(dialogs.Show({"¿Seguro?", MsgIcon::Question, MsgButtons::YesNo, {}, {}}), MsgAnswer::No);
+    EXPECT_EQ(dialogs.Show({"?", MsgIcon::Question, MsgButtons::OkCancel, {}, MsgAnswer::Ok}), MsgAnswer::Cancel);
+    EXPECT_EQ(dialogs.Ask({"Fecha", "", "13/03/2024"}), std::nullopt);
+    EXPECT_TRUE(dialogs.Texts().empty());
+    EXPECT_TRUE(dialogs.Asked().empty());
 }
 
 TEST_F(ScanAppTest, TheAccesosItemsOpenTodaysPageOrSaySoAndTheFolders) {

@@ -96,6 +96,25 @@ TEST_F(FiringTest, AfterASleepEveryDueReminderIsShownInTurnAtTheFirstTick) {
     EXPECT_EQ(Repetitions(), Lines{"07/03/2024 09:00 Mañana"});
 }
 
+// The session ends while the repeat-later dialog is open: closed so, the dialog says "5 Minutos"
+// or nothing, and neither is the user's answer. The reminder stays, in memory and on disk.
+TEST_F(FiringTest, WhenTheSessionEndsOverTheRepeatLaterDialogTheReminderStays) {
+    for (const std::optional<int> closed_as : {std::optional<int>{0}, std::optional<int>{}}) {
+        StartWith({"06/03/2024 08:10 Llamar a Ana"}, {});
+        const std::string before = SettingsFile();
+        int scans = 0;
+        app->SetScanHook([&] { ++scans; });
+        view.on_repeat_prompt = [&] { app->EndSession(); };
+        view.repeat_answers = {closed_as};
+        app->Tick();
+        EXPECT_EQ(view.prompts.size(), 1u);
+        EXPECT_EQ(Repetitions(), Lines{"06/03/2024 08:10 Llamar a Ana"});
+        EXPECT_EQ(SettingsFile(), before);
+        EXPECT_EQ(scans, 0);
+        view.prompts.clear();
+    }
+}
+
 TEST_F(FiringTest, ADueReminderWaitsWhileAnotherDialogIsOpen) {
     StartWith({"06/03/2024 08:00 Correo"}, {});
     view.modal_open = true;

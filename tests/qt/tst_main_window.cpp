@@ -180,11 +180,12 @@ private slots:
         m_window->startMainTimer();
         m_window->show();
         QSignalSpy ended(m_window, &FrmReloj::programEnded);
-        const auto endBy = [this, &ended](const QString& way) {
+        const auto endBy = [this, &ended, status](const QString& way) {
             if (way == u"close"_s) {
                 m_window->close();
             } else if (way == u"session"_s) {
                 m_window->endSession();
+                QCOMPARE(m_window->finishEnding(7), status);  // what main does once the loop is over
             } else if (way == u"mExit"_s) {
                 m_rig->tray.menuItem(u"mExit"_s)->trigger();
             } else {

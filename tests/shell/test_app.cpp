@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app_harness.h"
+#include "platform/locale_info.h"
 
 namespace vt {
 namespace {
@@ -57,6 +58,41 @@ INSTANTIATE_TEST_SUITE_P(Formats, DateFormatCheck,
                                            std::pair{"dd-MM-yyyy", false}, std::pair{"yyyy/MM/dd", false},
                                            std::pair{"dd/MM/yy", false}, std::pair{"MM/dd/yyyy", false},
                                            std::pair{"", false}, std::pair{"dd/MM/yyyy ", false}));
+
+// What a desktop's time locale stands for, from its own short date pattern and its country's
+// (as Qt 6.4 gives them); a refused one keeps its own pattern, so the check above refuses it.
+TEST(DesktopShortDate, DayMonthYearWithSlashesPassesWhateverTheDigitsAndMonthFirstNever) {
+    struct Case {
+        const char* locale;
+        const char* own;
+        const char* country;
+        const char* expected;
+    };
+    for (const Case& c : std::vector<Case>{
+             {"es_ES", "d/M/yy", "d/M/yy", "dd/MM/yyyy"},
+             {"ca_ES", "d/M/yy", "d/M/yy", "dd/MM/yyyy"},
+             {"gl_ES", "dd/MM/yy", "d/M/yy", "dd/MM/yyyy"},
+             {"eu_ES (year-first, in Spain)", "yy/M/d", "d/M/yy", "dd/MM/yyyy"},
+             {"es_MX", "dd/MM/yy", "dd/MM/yy", "dd/MM/yyyy"},
+             {"fr_FR", "dd/MM/yyyy", "dd/MM/yyyy", "dd/MM/yyyy"},
+             {"en_GB", "dd/MM/yyyy", "dd/MM/yyyy", "dd/MM/yyyy"},
+             {"es_US", "d/M/yyyy", "M/d/yy", "dd/MM/yyyy"},
+             {"fr_BE", "d/MM/yy", "d/MM/yyyy", "dd/MM/yyyy"},
+             {"en_US", "M/d/yy", "M/d/yy", "M/d/yy"},
+             {"month-first in a day-first country", "M/d/yy", "d/M/yy", "M/d/yy"},
+             {"de_DE", "dd.MM.yy", "dd.MM.yy", "dd.MM.yy"},
+             {"en_CA", "yyyy-MM-dd", "yyyy-MM-dd", "yyyy-MM-dd"},
+             {"zh_CN", "yyyy/M/d", "yyyy/M/d", "yyyy/M/d"},
+             {"C", "d MMM yyyy", "", "d MMM yyyy"},
+             {"no date at all, day-first country", "", "d/M/yy", ""},
+             {"three-letter day", "ddd/MM/yyyy", "", "ddd/MM/yyyy"},
+             {"three-digit year", "dd/MM/yyy", "", "dd/MM/yyy"},
+             {"text after the year", "d/M/yy.", "", "d/M/yy."},
+             {"day and month only", "dd/MM", "", "dd/MM"},
+         }) {
+        EXPECT_EQ(DesktopShortDateFormat(c.own, c.country), c.expected) << c.locale;
+    }
+}
 
 TEST_F(AppTest, StartLoadsTheSettingsAndRunsTheBusyStepsUnderTheBusyCaption) {
     folder.WriteFile("VendrakoTimer.ini",

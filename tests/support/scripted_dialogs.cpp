@@ -14,7 +14,7 @@ MsgAnswer FirstButton(MsgButtons buttons) {
 }
 }  // namespace
 
-MsgAnswer ScriptedDialogs::Show(const MessageBox& box) {
+MsgAnswer ScriptedDialogs::ShowBox(const MessageBox& box) {
     shown_.push_back(box);
     if (!answers_.empty()) {
         const MsgAnswer answer = answers_.front();
@@ -24,7 +24,7 @@ MsgAnswer ScriptedDialogs::Show(const MessageBox& box) {
     return box.default_answer.value_or(FirstButton(box.buttons));
 }
 
-std::optional<std::string> ScriptedDialogs::Ask(const InputBox& box) {
+std::optional<std::string> ScriptedDialogs::AskText(const InputBox& box) {
     asked_.push_back(box);
     if (inputs_.empty()) {
         return std::nullopt;

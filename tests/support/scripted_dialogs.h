@@ -13,8 +13,8 @@ namespace vt::test {
 // button and an input box is cancelled.
 class ScriptedDialogs : public Dialogs {
 public:
-    MsgAnswer Show(const MessageBox& box) override;
-    std::optional<std::string> Ask(const InputBox& box) override;
+    MsgAnswer ShowBox(const MessageBox& box) override;
+    std::optional<std::string> AskText(const InputBox& box) override;
 
     void QueueAnswer(MsgAnswer answer) { answers_.push_back(answer); }
     void QueueInput(std::optional<std::string> typed) { inputs_.push_back(std::move(typed)); }

@@ -91,6 +91,8 @@ Outcome App::Start(std::string_view command_line) {
         return Outcome::Exit;
     }
     ReportUnreadableEntries();
+    // The history closes the last work day before the work date moves on to today.
+    history_.StartDay(paths_.AppFolder + kHistoryFileName);
     SettleWorkDate(state_, ports_.clock.Now());
     if (RefreshAfterChange() == Outcome::Exit) {
         return Outcome::Exit;
@@ -123,6 +125,7 @@ Outcome App::RefreshAfterChange() {
         !LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs)) {
         return Outcome::Exit;
     }
+    history_.RecordClockIns();
     FillTimeBoxes();
     UpdateDepartureNow();
     RefreshRepetitionMenu();
@@ -213,6 +216,13 @@ void App::OpenRecentFilesFolder() {
     if (ports_.shell_open != nullptr && ports_.shell_folders != nullptr) {
         AbrirCarpetaRecientes(paths_, *ports_.shell_folders, *ports_.shell_open, ports_.dialogs);
     }
+}
+
+void App::OpenHistory() {
+    state_.ClockInBoxesActive = false;
+    history_.AskToCompleteOpenDays();
+    view_.ShowHistory(history_);
+    state_.ClockInBoxesActive = true;
 }
 
 void App::NewAlarm(std::string_view preset_date) {
@@ -490,6 +500,7 @@ void App::Shutdown(bool interactive) {
         return;
     }
     started_ = false;  // the closing path runs once, whoever asks for it first
+    history_.RecordLeaving();
     RunRecentFilesScan();
     const std::string report = ShowProximityReport(false);
     MirrorLogFolder(paths_, *this);

@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 #include <QValueAxis>
 #include <algorithm>
+#include <cmath>
 
 #include "calendar/month_grid.h"
 #include "calendar/month_names.h"
@@ -165,6 +166,10 @@ void HistoryWindow::drawChart(const HistoryMonth& month) {
     chart->addSeries(balance);
     auto* axisDays = new QBarCategoryAxis;
     axisDays->append(days);
+    // Thirty-one day numbers must fit under the bars without being cut to "...".
+    QFont small = axisDays->labelsFont();
+    small.setPointSizeF(small.pointSizeF() * 0.75);
+    axisDays->setLabelsFont(small);
     auto* axisHours = new QValueAxis;
     axisHours->setRange(0, std::ceil(top));
     axisHours->setTitleText(QStringLiteral("horas"));

@@ -92,8 +92,10 @@ Outcome App::Start(std::string_view command_line) {
     if (!LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs, ports_.clock.Now())) {
         return Outcome::Exit;
     }
-    // After the work date is settled: a clock-in that a new day replaces is not worth naming.
+    // The history closes the last work day before the work date moves on to today.
+    history_.StartDay(paths_.AppFolder + kHistoryFileName);
     SettleWorkDate(state_, ports_.clock.Now());
+    // After the work date is settled: a clock-in that a new day replaces is not worth naming.
     ReportUnreadableEntries();
     if (RefreshAfterChange() == Outcome::Exit) {
         return Outcome::Exit;
@@ -148,6 +150,7 @@ Outcome App::RefreshAfterChange() {
     if (Save() && !LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs, ports_.clock.Now())) {
         return Outcome::Exit;
     }
+    history_.RecordClockIns();
     FillTimeBoxes();
     UpdateDepartureNow();
     RefreshRepetitionMenu();
@@ -237,6 +240,13 @@ void App::OpenRecentFilesFolder() {
     if (ports_.shell_open != nullptr && ports_.shell_folders != nullptr) {
         AbrirCarpetaRecientes(paths_, *ports_.shell_folders, *ports_.shell_open, ports_.dialogs);
     }
+}
+
+void App::OpenHistory() {
+    state_.ClockInBoxesActive = false;
+    history_.AskToCompleteOpenDays();
+    view_.ShowHistory(history_);
+    state_.ClockInBoxesActive = true;
 }
 
 void App::NewAlarm(std::string_view preset_date) {
@@ -567,6 +577,7 @@ void App::Shutdown(bool interactive) {
         ports_.dialogs.Warn("Los \u00FAltimos cambios no se han podido guardar en:\r\n" + paths_.SettingsFile() +
                             "\r\n\r\nSe perder\u00E1n al cerrar el programa.");
     }
+    history_.RecordLeaving();
     RunRecentFilesScan();
     const std::string report = ShowProximityReport(false);
     MirrorLogFolder(paths_, *this);

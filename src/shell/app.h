@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "calendar/month_grid.h"
+#include "history/history_recorder.h"
 #include "store/app_paths.h"
 #include "store/app_state.h"
 #include "store/busy.h"
@@ -131,6 +132,10 @@ public:
     void OpenAccessLogFolder();
     void OpenRecentFilesFolder();
 
+    // "Histórico de jornadas…": asks for the end of the days left open, then shows the history.
+    void OpenHistory();
+    HistoryRecorder& History() { return history_; }
+
 private:
     void AdvanceTickCounter();
     // Saves the settings, remembering failures in State().Store; a save that did not reach the
@@ -174,6 +179,7 @@ private:
     };
     BusyPointer busy_pointer_{view_};
     MonthGrid grid_;
+    HistoryRecorder history_{state_, ports_.clock, ports_.dialogs};
 };
 
 }  // namespace vt

@@ -10,6 +10,7 @@ class EntryList;
 struct MonthGrid;
 struct DayMenu;
 struct DayMenuChoice;
+class HistoryRecorder;
 struct AlarmForm;
 struct RepetitionForm;
 enum class EditorAction;
@@ -76,6 +77,8 @@ public:
     virtual void FocusAway() = 0;
     // A day's pop-up menu at the mouse: what the user chose, nothing when dismissed.
     virtual std::optional<DayMenuChoice> PopUpDayMenu(const DayMenu& menu) = 0;
+    // The work history's window, opened on the current month; edits go to the recorder.
+    virtual void ShowHistory(HistoryRecorder& history) = 0;
 };
 
 }  // namespace vt

@@ -25,6 +25,7 @@
 #include "calendar/day_menu.h"
 #include "calendar/qt_month_calendar.h"
 #include "extras/about_dialog.h"
+#include "history/history_window.h"
 #include "shell/app.h"
 #include "shell/config_dialog.h"
 #include "shell/qt_time_box.h"
@@ -59,7 +60,8 @@ FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_d
                                   {"mnuCrearCalendario", "Crear calendario"},
                                   {"-", nullptr},
                                   {"mnuHelp", "Ayuda"},
-                                  {"mnuAbout", "Acerca de ..."}}));
+                                  {"mnuAbout", "Acerca de ..."},
+                                  {"mnuHistorico", "Histórico de jornadas…"}}));
     menuBar()->addMenu(buildMenu("mnuAlarma", "Alarmas",
                                  {{"mnuAlarmaNueva", "Nueva"},
                                   {"mnuAlarmaMostrar", "Mostrar todas"},
@@ -95,6 +97,7 @@ FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_d
         }
     });
     enableItem("mnuCrearCalendario", [this] { m_app->CreateCalendars(); });
+    enableItem("mnuHistorico", [this] { openHistory(); });
     enableItem("mnuListadoFechas", [this] { m_app->ListDates(); });
     enableItem("mnuTareasTareas", [this] { m_app->MarkTask(); });
     enableItem("mnuTareaResumen", [this] { m_app->ShowTaskSummary(); });
@@ -369,6 +372,24 @@ void FrmReloj::showTaskSummary() {
     if (m_app != nullptr) {
         m_app->ShowTaskSummary();
     }
+}
+
+void FrmReloj::openHistory() {
+    if (m_app != nullptr) {
+        m_app->OpenHistory();
+    }
+}
+
+void FrmReloj::ShowHistory(HistoryRecorder& history) {
+    // Made on first use: its chart library costs nothing at start-up that way.
+    if (m_history == nullptr) {
+        m_history = new HistoryWindow(history, m_dialogs, this);
+    } else {
+        m_history->showMonth(history.Today());
+    }
+    m_history->show();
+    m_history->raise();
+    m_history->activateWindow();
 }
 
 void FrmReloj::openTodaysAccessLog() {

@@ -23,6 +23,7 @@ namespace vt {
 class App;
 class MonthCalendar;
 class Dialogs;
+class HistoryWindow;
 class FrmSysTray;
 class TimeBox;
 
@@ -66,6 +67,10 @@ public:
     // the window back.
     void showProximityReport();
     void openTodaysAccessLog();
+    // "Histórico de jornadas…", from the menu or the tray.
+    void openHistory();
+    void ShowHistory(HistoryRecorder& history) override;
+    HistoryWindow* historyWindow() const { return m_history; }
     void markTask();
     void showTrayAbout();
     void showTaskSummary();
@@ -140,6 +145,7 @@ private:
     QPoint m_dayClickedAt;
     App* m_app = nullptr;
     FrmSysTray* m_tray = nullptr;
+    HistoryWindow* m_history = nullptr;
     std::array<TimeBox*, 3> m_txtHora{};
     QLabel* m_lblSalida = nullptr;
     QLabel* m_statusLine = nullptr;

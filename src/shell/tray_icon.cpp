@@ -167,7 +167,7 @@ void FrmSysTray::buildMenu() {
     m_mPopupMenu = std::make_unique<QMenu>();
     m_mPopupMenu->setObjectName(QStringLiteral("mPopupMenu"));
     // The items whose feature is not there yet can be seen but not chosen.
-    static constexpr std::array<MenuRow, 12> rows{{
+    static constexpr std::array<MenuRow, 13> rows{{
         {"mAbout", "About", true},
         {"mSep1", nullptr, false},
         {"mRestore", "Mostrar aplicación", true},
@@ -180,6 +180,7 @@ void FrmSysTray::buildMenu() {
         {"mnuMinimizar", "Minimizar", true},
         {"mSep2", nullptr, false},
         {"mExit", "Salir", true},
+        {"mnuHistorico", "Histórico de jornadas…", true},
     }};
     for (const MenuRow& row : rows) {
         auto* action = new QAction(m_mPopupMenu.get());
@@ -224,6 +225,11 @@ void FrmSysTray::buildMenu() {
     connect(menuItem(QStringLiteral("mExit")), &QAction::triggered, this, [this] {
         if (m_window != nullptr) {
             m_window->exitProgram();
+        }
+    });
+    connect(menuItem(QStringLiteral("mnuHistorico")), &QAction::triggered, this, [this] {
+        if (m_window != nullptr) {
+            m_window->openHistory();
         }
     });
     connect(m_mPopupMenu.get(), &QMenu::aboutToShow, this, &FrmSysTray::onMenuAboutToShow);

@@ -16,6 +16,7 @@
 #include <string>
 
 #include "fake_clock.h"
+#include "history/history_recorder.h"
 #include "recording_busy.h"
 #include "scripted_dialogs.h"
 #include "store/app_paths.h"
@@ -64,6 +65,13 @@ int main(int argc, char** argv) {
     vt::test::RecordingBusy busy;
     vt::StoreStatus status;
 
+    // Each save also records a working day in the history, numbered like the save from
+    // 01/01/2024; every eighth is then corrected by hand, which rewrites the whole file.
+    vt::AppState day_state;
+    vt::test::FakeClock day_clock;
+    vt::HistoryRecorder history(day_state, day_clock, dialogs);
+    history.StartDay(paths.AppFolder + vt::kHistoryFileName);
+
     const char ready = 'r';
     if (write(STDOUT_FILENO, &ready, 1) != 1) {
         return 3;
@@ -73,6 +81,21 @@ int main(int argc, char** argv) {
         if (!vt::SaveSettings(paths, settings, busy, dialogs)) {
             std::fprintf(stderr, "save %lu failed\n", n);
             return 1;
+        }
+        const vt::Date day = vt::AddDays(vt::MakeDate(1, 1, 2024), static_cast<int>(n % 3000));
+        day_state.settings.WorkDate = vt::FormatWorkDate(day);
+        day_state.settings.Entrada1 = "08:00";
+        day_state.TodayHours = "08:00";
+        day_state.TodayMode = "C";
+        day_clock.Set(vt::MakeDateTime(day, 17, 0));
+        history.RecordLeaving();
+        if (n % 8 == 0) {
+            vt::HistoryDay corrected = *history.History().Find(day);
+            corrected.salida = "16:30";
+            if (history.Edit(corrected)) {
+                std::fprintf(stderr, "history edit %lu failed\n", n);
+                return 1;
+            }
         }
         clock.AdvanceSeconds(1);
         vt::AppendRunLog(

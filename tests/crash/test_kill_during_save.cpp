@@ -22,6 +22,7 @@
 #include <thread>
 #include <vector>
 
+#include "history/work_history.h"
 #include "scripted_dialogs.h"
 #include "store/app_state.h"
 #include "store/settings_store.h"
@@ -163,8 +164,9 @@ TEST(KillDuringSave, SettingsFileAndRunLogSurviveSigkillAtAnyMoment) {
     const AppPaths& paths = folder.Paths();
     const std::string settings_file = paths.SettingsFile();
     const std::string backup_prefix = paths.ExeBaseName + "_";
+    const std::string history_file = paths.AppFolder + kHistoryFileName;
     // One whole line of the run log, CR LF cut off; "\xBA" is "º" in Windows-1252.
-    const std::regex log_line(R"(\[\d{2}/\d{2}/\d{4} \d{2}:\d{2}:\d{2}\] Guardado n\xBA \d+ con 30[01] alarmas)");
+    const std::regex log_line(R"(\[\d{2}/\d{2}/\d{4} \d{2}:\d{2}:\d{2}\] Guardado n\xBA (\d+) con 30[01] alarmas)");
 
     size_t log_checked = 0;  // bytes of the run log already found whole
     size_t log_lines = 0;
@@ -230,7 +232,9 @@ TEST(KillDuringSave, SettingsFileAndRunLogSurviveSigkillAtAnyMoment) {
                 ASSERT_TRUE(name == "Backup" || name == "LOG") << entry.path();
             } else if (entry.path().parent_path().string() + "/" == paths.AppFolder) {
                 ASSERT_TRUE(entry.path().string() == settings_file ||
-                            entry.path().string() == TemporaryPathFor(settings_file))
+                            entry.path().string() == TemporaryPathFor(settings_file) ||
+                            entry.path().string() == history_file ||
+                            entry.path().string() == TemporaryPathFor(history_file))
                     << entry.path();
             } else if (parent == "Backup") {
                 const std::string slot = temporary ? name.substr(0, name.size() - 4) : name;
@@ -250,13 +254,23 @@ TEST(KillDuringSave, SettingsFileAndRunLogSurviveSigkillAtAnyMoment) {
         max_temporaries = std::max(max_temporaries, temporaries);
         left_temporary += folder.Exists(paths.ExeBaseName + ".ini.tmp") ? 1 : 0;
 
-        // The run log: whole lines only, each ending with CR LF.
+        // The history: whole lines that all read, appended or rewritten.
+        const std::string history_bytes = folder.ReadFile(kHistoryFileName);
+        ASSERT_TRUE(history_bytes.ends_with("\r\n")) << "torn history line";
+        const WorkHistory history = ParseHistory(history_bytes);
+        ASSERT_TRUE(history.unreadable.empty()) << "bad history line: " << history.unreadable.front();
+
+        // The run log: whole lines only, each ending with CR LF; each logged save's day is in
+        // the history, recorded before the log line was written.
         const std::string log = folder.ReadFile("LOG/TIMER.LOG");
         ASSERT_GE(log.size(), log_checked);
         size_t start = log_checked;
         for (size_t end = log.find("\r\n", start); end != std::string::npos; end = log.find("\r\n", start)) {
             const std::string line = log.substr(start, end - start);
-            ASSERT_TRUE(std::regex_match(line, log_line)) << "bad run-log line: " << line;
+            std::smatch match;
+            ASSERT_TRUE(std::regex_match(line, match, log_line)) << "bad run-log line: " << line;
+            const Date day = AddDays(MakeDate(1, 1, 2024), std::stoi(match[1].str()) % 3000);
+            ASSERT_NE(history.Find(day), nullptr) << "lost day " << FormatDate(day);
             start = end + 2;
             ++log_lines;
         }

@@ -114,7 +114,7 @@ private slots:
                  (QStringList{"mnuConfig=Configuración+", "-", "mnuTareasTareas=Tareas+",
                               "mnuTareaResumen=Resumen de tareas+", "-", "mnuLink=Arrancar al iniciar Windows+", "-",
                               "mnuListadoFechas=Listado por fechas+", "mnuCrearCalendario=Crear calendario+", "-",
-                              "mnuHelp=Ayuda+", "mnuAbout=Acerca de ...+"}));
+                              "mnuHelp=Ayuda+", "mnuAbout=Acerca de ...+", "mnuHistorico=Histórico de jornadas…+"}));
         QCOMPARE(MenuRows(*m_window->menu(u"mnuAlarma"_s)),
                  (QStringList{"mnuAlarmaNueva=Nueva+", "mnuAlarmaMostrar=Mostrar todas+",
                               "mnuAlarmaInforme=Informe de proximidad+"}));

@@ -53,11 +53,12 @@ private slots:
         QMenu* menu = m_tray->popupMenu();
         QCOMPARE(menu->objectName(), u"mPopupMenu"_s);
         QCOMPARE(m_tray->trayIcon()->contextMenu(), menu);
-        QCOMPARE(vt::test::MenuRows(*menu),
-                 (QStringList{"mAbout=About tst_tray_icon+", "mSep1-", "mRestore=Mostrar aplicación+",
-                              "mnuInforme=Informe de proximidad+", "mnuAccesos=Accesos de hoy+", "mSep4-",
-                              "mnuTareaMarcar=TAREAS+", "mnuTareaResumen=Resumen de tareas+", "mSep3-",
-                              "mnuMinimizar=Minimizar+", "mSep2-", "mExit=Salir+"}));
+        QCOMPARE(
+            vt::test::MenuRows(*menu),
+            (QStringList{"mAbout=About tst_tray_icon+", "mSep1-", "mRestore=Mostrar aplicación+",
+                         "mnuInforme=Informe de proximidad+", "mnuAccesos=Accesos de hoy+", "mSep4-",
+                         "mnuTareaMarcar=TAREAS+", "mnuTareaResumen=Resumen de tareas+", "mSep3-",
+                         "mnuMinimizar=Minimizar+", "mSep2-", "mExit=Salir+", "mnuHistorico=Histórico de jornadas…+"}));
     }
 
     void loadPutsTheTitleAndStartsTheTimer_data() {

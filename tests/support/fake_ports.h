@@ -97,7 +97,9 @@ public:
         day_menus.push_back(menu);
         return day_menu_choice;
     }
+    void ShowHistory(HistoryRecorder&) override { ++history_shown; }
 
+    int history_shown = 0;
     std::vector<std::string> captions;
     std::vector<bool> busy_pointer;
     std::array<std::string, 3> clock_ins;

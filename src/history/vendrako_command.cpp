@@ -29,11 +29,11 @@ constexpr const char* kUsage =
 class ErrorDialogs : public Dialogs {
 public:
     explicit ErrorDialogs(std::ostream& err) : err_(err) {}
-    MsgAnswer Show(const MessageBox& box) override {
+    MsgAnswer ShowBox(const MessageBox& box) override {
         err_ << box.text << "\n";
         return MsgAnswer::Cancel;
     }
-    std::optional<std::string> Ask(const InputBox&) override { return std::nullopt; }
+    std::optional<std::string> AskText(const InputBox&) override { return std::nullopt; }
 
 private:
     std::ostream& err_;

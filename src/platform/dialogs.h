@@ -68,6 +68,9 @@ protected:
     virtual MsgAnswer ShowBox(const MessageBox& box) = 0;
     virtual std::optional<std::string> AskText(const InputBox& box) = 0;
     virtual void CloseOpenDialogs() {}
+    // For a stand-in that serves several runs of the program in one test: each run begins
+    // with its session open.
+    void ReopenSession() { session_ending_ = false; }
 
 private:
     bool session_ending_ = false;

@@ -165,10 +165,10 @@ fi
 panel=$(xdotool search --name "^panel$" | head -n1)
 eval "$(xdotool getwindowgeometry --shell "$panel")"
 xdotool mousemove --sync $((X + WIDTH / 2)) $((Y + HEIGHT / 2)) click 3
-# The tray menu is not among the windows the accessibility bus lists; "Salir" is its last
-# item, which Up reaches from the top.
+# The tray menu is not among the windows the accessibility bus lists; "Salir" is the item
+# before the last ("Histórico de jornadas…"), which Up Up reaches from the top.
 sleep 1
-xdotool key Up Return
+xdotool key Up Up Return
 if wait_for_window 15 --all --pid "$pid" --name "^VendrakoTimer$"; then
     pass "the closing report is shown"
     if cmp -s "$run_log" "$app_dir/Backup/TIMER.LOG"; then

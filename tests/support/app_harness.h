@@ -15,7 +15,9 @@ namespace vt::test {
 
 class AppHarness {
 public:
+    // A new run of the program; the dialogs stand for the new process's.
     App& MakeApp() {
+        dialogs.ReopenSession();
         app = std::make_unique<App>(
             AppPorts{clock, dialogs, locale, lock, folder.ExecutablePath(), recent_files, shell_open, shell_folders},
             view, tray);

@@ -27,6 +27,8 @@ public:
         shown_.clear();
         asked_.clear();
     }
+    // A test that starts the program again after its session ended.
+    using Dialogs::ReopenSession;
 
 private:
     std::deque<MsgAnswer> answers_;

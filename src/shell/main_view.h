@@ -76,6 +76,10 @@ public:
     virtual void FocusAway() = 0;
     // A day's pop-up menu at the mouse: what the user chose, nothing when dismissed.
     virtual std::optional<DayMenuChoice> PopUpDayMenu(const DayMenu& menu) = 0;
+
+    // The file chooser of the iCalendar items: a file to write (for_saving) or to read, or
+    // nothing when the user cancelled.
+    virtual std::optional<std::string> ChooseIcsFile(bool for_saving) = 0;
 };
 
 }  // namespace vt

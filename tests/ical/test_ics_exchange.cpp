@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <regex>
+#include <sstream>
 
 #include "agenda/entries.h"
+#include "ical/exportar_ics_command.h"
 #include "ical/ics_export.h"
 #include "ical/ics_import.h"
+#include "temp_app_folder.h"
 
 namespace vt {
 namespace {
@@ -253,6 +256,26 @@ TEST(IcsImport, PendingRemindersComeBackAsReminders) {
     EXPECT_TRUE(plan.alarms.empty());
     EXPECT_EQ(plan.reminders, Entries(agenda.Repetitions));
     EXPECT_EQ(PlanIcsImport(ExportAgendaToIcs(agenda, kNow, kZone).text, agenda, kNow, kZone).duplicates, 2);
+}
+
+// `vendrako exportar-ics`: reads the data folder without touching it, writes the file whole.
+TEST(ExportarIcsCommand, WritesTheFileAndLeavesTheDataAlone) {
+    test::TempAppFolder folder;
+    const std::string ini = "[GENERAL]\r\nNUM_ALARMAS=1\r\n[ALARMAS]\r\nALA_001=20/03/2999 10:00 01 M 07 0 Factura\r\n";
+    folder.WriteFile("VendrakoTimer.ini", ini);
+    std::ostringstream err;
+    EXPECT_EQ(ExportarIcsCommand(folder.Folder(), folder.Path("a.ics"), err), 0);
+    EXPECT_NE(folder.ReadFile("a.ics").find("SUMMARY:Factura\r\nRRULE:FREQ=MONTHLY\r\n"), std::string::npos);
+    EXPECT_EQ(folder.ReadFile("VendrakoTimer.ini"), ini);
+    EXPECT_FALSE(folder.Exists("Backup") || folder.Exists("LOG"));
+    EXPECT_EQ(err.str(), "");
+
+    folder.WriteFile("VendrakoTimer.ini", "[GENERAL]\r\nNUM_ALARMAS=2\r\n[ALARMAS]\r\nALA_001=x\r\n");
+    EXPECT_EQ(ExportarIcsCommand(folder.Folder(), folder.Path("b.ics"), err), 1);
+    EXPECT_NE(err.str().find("El número de alarmas no es el correcto."), std::string::npos);
+    EXPECT_EQ(ExportarIcsCommand(folder.Path("nada"), folder.Path("b.ics"), err), 1);
+    EXPECT_EQ(ExportarIcsCommand(folder.Folder(), folder.Path("no/hay/carpeta.ics"), err), 1);
+    EXPECT_FALSE(folder.Exists("b.ics"));
 }
 
 }  // namespace

@@ -97,6 +97,10 @@ public:
         day_menus.push_back(menu);
         return day_menu_choice;
     }
+    std::optional<std::string> ChooseIcsFile(bool for_saving) override {
+        ics_choosers.push_back(for_saving);
+        return ics_file;
+    }
 
     std::vector<std::string> captions;
     std::vector<bool> busy_pointer;
@@ -130,6 +134,9 @@ public:
     int focus_moves = 0;
     std::vector<DayMenu> day_menus;
     std::optional<DayMenuChoice> day_menu_choice;
+    // The iCalendar file chooser: whether each was for saving, and the file the user picks.
+    std::vector<bool> ics_choosers;
+    std::optional<std::string> ics_file;
 };
 
 // A tray that only counts how often it was put in place and keeps its notifications.

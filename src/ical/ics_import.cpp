@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <numeric>
 #include <set>
 
 #include "agenda/alarm_editor.h"
@@ -373,7 +374,7 @@ private:
             consider(t);
         }
         if (set.has_rule) {
-            icalrecur_iterator* it = icalrecur_iterator_new(set.rule, start);
+            icalrecur_iterator* it = icalrecur_iterator_new(set.rule, LateStart(set.rule, start, from));
             if (it == nullptr) {
                 return std::nullopt;
             }
@@ -400,6 +401,56 @@ private:
             }
         }
         return best ? *best : icaltime_null_time();
+    }
+
+    // A start for the rule's walk shortly before `from`, whole cycles of the rule after the
+    // event's own start, so that a rule years old costs no more than a new one: libical's steps
+    // are slow, and its own jump misplaces instances. Only rules whose instances repeat exactly
+    // after a fixed number of seconds (a week at most, or their interval) move; the moved start
+    // stays before `from`, so that libical's habit of giving the start itself as an instance
+    // cannot add one that the rule does not have.
+    static icaltimetype LateStart(const icalrecurrencetype& rule, const icaltimetype& start, const icaltimetype& from) {
+        long long unit = 0;
+        switch (rule.freq) {
+            case ICAL_SECONDLY_RECURRENCE:
+                unit = 1;
+                break;
+            case ICAL_MINUTELY_RECURRENCE:
+                unit = 60;
+                break;
+            case ICAL_HOURLY_RECURRENCE:
+                unit = 3600;
+                break;
+            case ICAL_DAILY_RECURRENCE:
+                unit = 86400;
+                break;
+            case ICAL_WEEKLY_RECURRENCE:
+                unit = 7 * 86400;
+                break;
+            default:
+                return start;
+        }
+        if (rule.count != 0 || rule.interval < 1 || !ListEmpty(rule.by_month) || !ListEmpty(rule.by_month_day) ||
+            !ListEmpty(rule.by_year_day) || !ListEmpty(rule.by_week_no) || !ListEmpty(rule.by_set_pos)) {
+            return start;
+        }
+        const long long period = unit * rule.interval;
+        constexpr long long kWeek = 7 * 86400;
+        const long long cycle = period / std::gcd(period, kWeek) * kWeek;
+        icaltimetype a = start;
+        icaltimetype b = from;
+        a.zone = b.zone = nullptr;
+        a.is_date = b.is_date = 0;
+        const long long gap =
+            static_cast<long long>(icaltime_as_timet(b)) - static_cast<long long>(icaltime_as_timet(a));
+        const long long cycles = (gap - 1) / cycle - 1;
+        if (cycles <= 0) {
+            return start;
+        }
+        icaltimetype late = start;
+        icaltime_adjust(&late, static_cast<int>(cycles * cycle / 86400), 0, 0,
+                        static_cast<int>(cycles * cycle % 86400));
+        return late;
     }
 
     void Unreadable(const std::string& what) { plan_.unreadable.push_back(what); }

@@ -15,8 +15,8 @@ namespace {
 
 class SilentDialogs : public vt::Dialogs {
 public:
-    vt::MsgAnswer Show(const vt::MessageBox&) override { return vt::MsgAnswer::Ok; }
-    std::optional<std::string> Ask(const vt::InputBox&) override { return std::nullopt; }
+    vt::MsgAnswer ShowBox(const vt::MessageBox&) override { return vt::MsgAnswer::Ok; }
+    std::optional<std::string> AskText(const vt::InputBox&) override { return std::nullopt; }
 };
 
 const vt::Date kStart = vt::MakeDate(1, 1, 2024);

@@ -20,13 +20,13 @@ namespace {
 
 class SilentDialogs : public vt::Dialogs {
 public:
-    vt::MsgAnswer Show(const vt::MessageBox& box) override {
+    vt::MsgAnswer ShowBox(const vt::MessageBox& box) override {
         if (box.text != "MAL!") {
             std::abort();  // the agenda's pure core has no other message
         }
         return vt::MsgAnswer::Ok;
     }
-    std::optional<std::string> Ask(const vt::InputBox&) override { return std::nullopt; }
+    std::optional<std::string> AskText(const vt::InputBox&) override { return std::nullopt; }
 };
 
 // Names the broken promise before stopping, so a crash report says which one it was.

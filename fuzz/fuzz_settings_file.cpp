@@ -17,8 +17,8 @@ namespace {
 
 class SilentDialogs : public vt::Dialogs {
 public:
-    vt::MsgAnswer Show(const vt::MessageBox&) override { return vt::MsgAnswer::Ok; }
-    std::optional<std::string> Ask(const vt::InputBox&) override { return std::nullopt; }
+    vt::MsgAnswer ShowBox(const vt::MessageBox&) override { return vt::MsgAnswer::Ok; }
+    std::optional<std::string> AskText(const vt::InputBox&) override { return std::nullopt; }
 };
 
 void Check(bool condition) {

@@ -23,12 +23,13 @@ vt_install_packages() {
 
 # What building the program needs.
 VT_BUILD_PACKAGES=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools qt6-charts-dev libqt6opengl6-dev
-                   libgl-dev libgtest-dev libgmock-dev googletest libbenchmark-dev libglib2.0-dev)
+                   libgl-dev libgtest-dev libgmock-dev googletest libbenchmark-dev libglib2.0-dev libical-dev)
 # What showing it on a virtual display needs.
 VT_DISPLAY_PACKAGES=(xvfb xauth xdotool x11-utils imagemagick fonts-dejavu-core)
 # What the checks need besides.
 VT_CHECK_PACKAGES=(clang clang-format libclang-rt-14-dev chromium
-                   faketime trayer dbus-daemon at-spi2-core python3-pyatspi)
+                   faketime trayer dbus-daemon at-spi2-core python3-pyatspi
+                   python3-icalendar python3-recurring-ical-events)
 
 vt_root() { cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd; }
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "history/day_status.h"
+#include "ical/exportar_ics_command.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "store/error_text.h"
@@ -22,8 +23,10 @@ namespace {
 constexpr const char* kSettingsFileName = "VendrakoTimer.ini";
 constexpr const char* kUsage =
     "Uso: vendrako [--carpeta CARPETA] estado [--json]\n"
-    "  estado          la salida de hoy, el tiempo que queda, el saldo de la semana y el próximo aviso\n"
-    "  estado --json   lo mismo como objeto JSON (waybar, polybar, i3status)\n";
+    "     vendrako [--carpeta CARPETA] exportar-ics FICHERO\n"
+    "  estado                 la salida de hoy, el tiempo que queda, el saldo de la semana y el próximo aviso\n"
+    "  estado --json          lo mismo como objeto JSON (waybar, polybar, i3status)\n"
+    "  exportar-ics FICHERO   las alarmas y los recordatorios pendientes en formato iCalendar\n";
 
 // Message boxes have no one to answer here: what they would say goes to stderr.
 class ErrorDialogs : public Dialogs {
@@ -70,11 +73,19 @@ int Estado(const CommandContext& ctx, const std::vector<std::string>& args) {
     return 0;
 }
 
+int ExportarIcs(const CommandContext& ctx, const std::vector<std::string>& args) {
+    if (args.size() != 1) {
+        ctx.err << kUsage;
+        return 2;
+    }
+    return ExportarIcsCommand(ctx.folder, args[0], ctx.err);
+}
+
 struct Command {
     std::string_view name;
     int (*run)(const CommandContext&, const std::vector<std::string>&);
 };
-constexpr std::array<Command, 1> kCommands{{{"estado", &Estado}}};
+constexpr std::array<Command, 2> kCommands{{{"estado", &Estado}, {"exportar-ics", &ExportarIcs}}};
 
 }  // namespace
 

@@ -16,6 +16,8 @@
 #include "calendar/proximity_report.h"
 #include "extras/autostart.h"
 #include "extras/help_page.h"
+#include "ical/agenda_exchange.h"
+#include "ical/ics_common.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/instance_lock.h"
@@ -265,6 +267,26 @@ void App::ShowAllAlarms() {
     state_.ClockInBoxesActive = false;
     if (const int index = view_.ChooseAlarm(state_.settings.Alarms); index != 0) {
         OpenAlarm(false, index, kNoPresetDate);
+    }
+    state_.ClockInBoxesActive = true;
+}
+
+void App::ExportIcs() {
+    state_.ClockInBoxesActive = false;
+    AgendaExchange(
+        state_, ports_.clock, ports_.dialogs, view_, [this](const std::string& text) { RunLog(text); },
+        SystemTimeZoneName())
+        .Export();
+    state_.ClockInBoxesActive = true;
+}
+
+void App::ImportIcs() {
+    state_.ClockInBoxesActive = false;
+    if (AgendaExchange(
+            state_, ports_.clock, ports_.dialogs, view_, [this](const std::string& text) { RunLog(text); },
+            SystemTimeZoneName())
+            .Import()) {
+        AfterAlarmChange();
     }
     state_.ClockInBoxesActive = true;
 }

@@ -83,6 +83,8 @@ public:
     void NewRepetition(std::string_view preset_date);  // "Repeticiones" → "Nueva", "Añadir Repetición"
     void OpenRepetition(int index);                    // one of the listed reminders
     void ShowAllAlarms();                              // "Alarmas" → "Mostrar todas"
+    void ExportIcs();                                  // "Alarmas" → "Exportar a iCalendar…"
+    void ImportIcs();                                  // "Alarmas" → "Importar de iCalendar…"
     // A calendar day's entry: kind "ALA" or "REP" and its number in its list.
     void OpenDayEntry(std::string_view kind, int index);
 

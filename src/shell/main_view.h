@@ -79,6 +79,10 @@ public:
     virtual std::optional<DayMenuChoice> PopUpDayMenu(const DayMenu& menu) = 0;
     // The work history's window, opened on the current month; edits go to the recorder.
     virtual void ShowHistory(HistoryRecorder& history) = 0;
+
+    // The file chooser of the iCalendar items: a file to write (for_saving) or to read, or
+    // nothing when the user cancelled.
+    virtual std::optional<std::string> ChooseIcsFile(bool for_saving) = 0;
 };
 
 }  // namespace vt

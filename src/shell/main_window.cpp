@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
+#include <QFileDialog>
 #include <QFocusEvent>
 #include <QFrame>
 #include <QGridLayout>
@@ -65,7 +66,9 @@ FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_d
     menuBar()->addMenu(buildMenu("mnuAlarma", "Alarmas",
                                  {{"mnuAlarmaNueva", "Nueva"},
                                   {"mnuAlarmaMostrar", "Mostrar todas"},
-                                  {"mnuAlarmaInforme", "Informe de proximidad"}}));
+                                  {"mnuAlarmaInforme", "Informe de proximidad"},
+                                  {"mnuAlarmaExportar", "Exportar a iCalendar…"},
+                                  {"mnuAlarmaImportar", "Importar de iCalendar…"}}));
     QMenu* repeticion = buildMenu("mnuRepeticion", "Repeticiones",
                                   {{"mnuRepeticionNueva", "Nueva"},
                                    {"-", nullptr},
@@ -89,6 +92,8 @@ FrmReloj::FrmReloj(Dialogs& dialogs, QWidget* parent) : QMainWindow(parent), m_d
     enableItem("mnuAlarmaMostrar", [this] { m_app->ShowAllAlarms(); });
     enableItem("mnuRepeticionNueva", [this] { m_app->NewRepetition(""); });
     enableItem("mnuAlarmaInforme", [this] { m_app->ShowProximityReport(true); });
+    enableItem("mnuAlarmaExportar", [this] { m_app->ExportIcs(); });
+    enableItem("mnuAlarmaImportar", [this] { m_app->ImportIcs(); });
     enableItem("mnuHelp", [this] { m_app->ShowHelp(); });
     enableItem("mnuLink", [this] { m_app->StartWithSystem(); });
     enableItem("mnuAbout", [this] {
@@ -344,6 +349,18 @@ void FrmReloj::FocusAway() {
 
 std::optional<DayMenuChoice> FrmReloj::PopUpDayMenu(const DayMenu& menu) {
     return MonthCalendar::popUpDayMenu(m_mnuPopUp, menu, m_dayClickedAt);
+}
+
+std::optional<std::string> FrmReloj::ChooseIcsFile(bool forSaving) {
+    const QString filter = QStringLiteral("iCalendar (*.ics);;Todos los archivos (*)");
+    const QString file =
+        forSaving ? QFileDialog::getSaveFileName(this, QStringLiteral("Exportar a iCalendar"),
+                                                 QStringLiteral("agenda.ics"), filter)
+                  : QFileDialog::getOpenFileName(this, QStringLiteral("Importar de iCalendar"), QString(), filter);
+    if (file.isEmpty()) {
+        return std::nullopt;
+    }
+    return file.toStdString();
 }
 
 void FrmReloj::showProximityReport() {

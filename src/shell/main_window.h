@@ -62,6 +62,7 @@ public:
     void HideDetails() override;
     void FocusAway() override;
     std::optional<DayMenuChoice> PopUpDayMenu(const DayMenu& menu) override;
+    std::optional<std::string> ChooseIcsFile(bool forSaving) override;
 
     // The tray's "Informe de proximidad" and "Accesos de hoy", and its word that it brought
     // the window back.

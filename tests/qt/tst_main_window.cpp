@@ -117,7 +117,8 @@ private slots:
                               "mnuHelp=Ayuda+", "mnuAbout=Acerca de ...+", "mnuHistorico=Histórico de jornadas…+"}));
         QCOMPARE(MenuRows(*m_window->menu(u"mnuAlarma"_s)),
                  (QStringList{"mnuAlarmaNueva=Nueva+", "mnuAlarmaMostrar=Mostrar todas+",
-                              "mnuAlarmaInforme=Informe de proximidad+"}));
+                              "mnuAlarmaInforme=Informe de proximidad+", "mnuAlarmaExportar=Exportar a iCalendar…+",
+                              "mnuAlarmaImportar=Importar de iCalendar…+"}));
         QCOMPARE(MenuRows(*m_window->menu(u"mnuRepeticion"_s)),
                  (QStringList{"mnuRepeticionNueva=Nueva+", "-", "mnuRepeticionNinguna=(ninguna)",
                               "mnuRepeticionDato=(texto)"}));

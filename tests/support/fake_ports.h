@@ -98,6 +98,10 @@ public:
         return day_menu_choice;
     }
     void ShowHistory(HistoryRecorder&) override { ++history_shown; }
+    std::optional<std::string> ChooseIcsFile(bool for_saving) override {
+        ics_choosers.push_back(for_saving);
+        return ics_file;
+    }
 
     int history_shown = 0;
     std::vector<std::string> captions;
@@ -132,6 +136,9 @@ public:
     int focus_moves = 0;
     std::vector<DayMenu> day_menus;
     std::optional<DayMenuChoice> day_menu_choice;
+    // The iCalendar file chooser: whether each was for saving, and the file the user picks.
+    std::vector<bool> ics_choosers;
+    std::optional<std::string> ics_file;
 };
 
 // A tray that only counts how often it was put in place and keeps its notifications.

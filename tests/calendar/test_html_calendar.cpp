@@ -17,6 +17,7 @@
 #include "scripted_dialogs.h"
 #include "store/cp1252.h"
 #include "temp_app_folder.h"
+#include "test_names.h"
 
 namespace vt {
 namespace {
@@ -132,6 +133,9 @@ struct Session {
     Items pages;
     Items messages;
 };
+void PrintTo(const Session& s, std::ostream* os) {
+    *os << test::TestName(s.what);
+}
 
 class CreateCalendarsSession : public CreateCalendarsTest, public ::testing::WithParamInterface<Session> {};
 

@@ -38,7 +38,7 @@ protected:
     }
 };
 
-class DateFormatCheck : public ::testing::TestWithParam<std::pair<const char*, bool>> {};
+class DateFormatCheck : public ::testing::TestWithParam<std::pair<std::string_view, bool>> {};
 
 TEST_P(DateFormatCheck, AcceptsOnlyDayMonthYearWithSlashes) {
     const auto [format, accepted] = GetParam();

@@ -4,6 +4,7 @@
 
 #include "store/app_state.h"
 #include "store/utf8.h"
+#include "test_names.h"
 
 namespace vt {
 namespace {
@@ -14,6 +15,11 @@ struct LookCase {
     std::optional<TrayImage> phase_on;
     std::optional<TrayImage> phase_off;
 };
+void PrintTo(const LookCase& c, std::ostream* os) {
+    *os << test::TestName("stage " + std::string(c.stage < 0 ? "minus " : "") +
+                          std::to_string(c.stage < 0 ? -c.stage : c.stage) + (*c.mode ? " mode " : " no mode") +
+                          c.mode);
+}
 
 class StageImages : public ::testing::TestWithParam<LookCase> {};
 

@@ -174,7 +174,7 @@ TEST(DamagedSettingsFile, IsPutAsideAndUnicodeFilesAreRead) {
 // A count that does not match the alarms found refuses the file with the message, and the
 // refused file changes nothing in memory; no count line means 0.
 class AlarmCount : public SettingsStoreTest,
-                   public ::testing::WithParamInterface<std::tuple<const char*, int, bool>> {};
+                   public ::testing::WithParamInterface<std::tuple<std::string_view, int, bool>> {};
 
 TEST_P(AlarmCount, MustMatchTheAlarmsFound) {
     const auto [count_line, alarms, loads] = GetParam();

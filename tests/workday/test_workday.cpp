@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "scripted_dialogs.h"
+#include "test_names.h"
 #include "workday/clock_ins.h"
 #include "workday/departure.h"
 
@@ -31,7 +32,8 @@ protected:
     const DateTime now = MakeDateTime(MakeDate(6, 3, 2024), 8, 12, 40);
 };
 
-class StoredWorkDate : public WorkdayTest, public ::testing::WithParamInterface<std::pair<const char*, const char*>> {};
+class StoredWorkDate : public WorkdayTest,
+                       public ::testing::WithParamInterface<std::pair<std::string_view, std::string_view>> {};
 
 // Any other stored date, readable or not, starts today with the arrival and an empty afternoon;
 // a restart on the same day keeps the clock-ins.
@@ -100,6 +102,19 @@ struct DayCase {
     const char* label;
     int stage;
 };
+// Named by the day and the moment: "P_08_00_in_08_00_out_14_00_at_10_00_stage_4".
+void PrintTo(const DayCase& c, std::ostream* os) {
+    const WorkdayInput& d = c.clock_ins;
+    std::string text = std::string(d.today_mode) + " " + std::string(d.today_hours);
+    const std::pair<const char*, std::string_view> clock_ins[] = {
+        {"in", d.entrada1}, {"out", d.salida1}, {"back", d.entrada2}};
+    for (const auto& [word, time] : clock_ins) {
+        text += time.empty() ? "" : " " + std::string(word) + " " + std::string(time);
+    }
+    const auto two = [](int n) { return std::string(n < 10 ? "0" : "") + std::to_string(n); };
+    *os << test::TestName(text + " at " + two(c.now / 60) + ":" + two(c.now % 60) + " stage " +
+                          std::to_string(c.stage));
+}
 
 class DepartureOfTheDay : public ::testing::TestWithParam<DayCase> {};
 

@@ -40,6 +40,12 @@ std::u32string Utf8ToUtf32(std::string_view text) {
             i += static_cast<size_t>(good) + 1;
             continue;
         }
+        // An overlong form (a character written in more bytes than it needs, the old trick to
+        // slip a "/" past a check), a surrogate or a code beyond Unicode is no character either.
+        constexpr char32_t kLowest[] = {0, 0x80, 0x800, 0x10000};
+        if (c < kLowest[extra] || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) {
+            c = U'\uFFFD';
+        }
         out.push_back(c);
         i += static_cast<size_t>(extra) + 1;
     }

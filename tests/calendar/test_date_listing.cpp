@@ -43,6 +43,8 @@ TEST_F(ListDatesTest, MonthlyAlarmYearlyAnniversaryAndRepetitionByteForByte) {
     EXPECT_EQ(folder.ReadFile(kListingFileName), expected);
     EXPECT_EQ(shell.opened, std::vector<std::string>{folder.Path(kListingFileName) + " | " + folder.Folder()});
     EXPECT_TRUE(dialogs.Shown().empty());
+    ASSERT_EQ(dialogs.Asked().size(), 2u);
+    EXPECT_EQ(dialogs.Asked()[0].title + "|" + dialogs.Asked()[1].title, "Listado por fechas|Listado por fechas");
 }
 
 }  // namespace

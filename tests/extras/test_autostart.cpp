@@ -48,7 +48,9 @@ TEST(ExecQuoting, FollowsTheDesktopEntryRules) {
         {"/tmp/a\"b/VT", "\"/tmp/a\\\\\"b/VT\""}, {"/tmp/a`b/VT", "\"/tmp/a\\\\`b/VT\""},
         {"/tmp/a\\b/VT", "\"/tmp/a\\\\\\\\b/VT\""}, {"/tmp/(1)/VT", "\"/tmp/(1)/VT\""},
         {"/tmp/it's/VT", "\"/tmp/it's/VT\""}, {"/tmp/100%/VT", "/tmp/100%%/VT"},
-        {"/tmp/a b/100%/VT", "\"/tmp/a b/100%%/VT\""}};
+        {"/tmp/a b/100%/VT", "\"/tmp/a b/100%%/VT\""},
+        // A line break is quoted and written as backslash and "n", so Exec stays one line.
+        {"/tmp/a\nb/VT", "\"/tmp/a\\nb/VT\""}};
     // clang-format on
     for (const auto& [path, exec] : cases) {
         EXPECT_EQ(DesktopExecValue(path), exec) << path;

@@ -57,7 +57,7 @@ cp build/perf/src/VendrakoTimer "$work/full/"
 # own file.
 awk 'BEGIN {
     split("00 D,01 D,07 D,01 M,03 M,01 A,02 A,04 A,06 A", every, ",")
-    printf "[GENERAL]\r\nFECHA=\r\nENTRADA1=\r\nSALIDA1=\r\nENTRADA2=\r\n\r\n[REPETICIONES]\r\n"
+    printf "[GENERAL]\r\nFECHA=\r\nENTRADA1=\r\nSALIDA1=\r\nENTRADA2=\r\nNUM_ALARMAS=998\r\n\r\n[REPETICIONES]\r\n"
     for (i = 1; i <= 998; i++)
         printf "REP_%03d=%02d/%02d/2031 %02d:%02d Llamar al cliente n\xfamero %d\r\n", i, i % 28 + 1, i % 12 + 1, i % 24, i % 60, i
     printf "\r\n[ALARMAS]\r\n"

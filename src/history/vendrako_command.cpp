@@ -10,7 +10,7 @@
 #include "history/day_status.h"
 #include "ical/exportar_ics_command.h"
 #include "platform/clock.h"
-#include "platform/dialogs.h"
+#include "platform/stream_dialogs.h"
 #include "store/error_text.h"
 #include "store/settings_store.h"
 #include "store/text_file.h"
@@ -27,20 +27,6 @@ constexpr const char* kUsage =
     "  estado                 la salida de hoy, el tiempo que queda, el saldo de la semana y el próximo aviso\n"
     "  estado --json          lo mismo como objeto JSON (waybar, polybar, i3status)\n"
     "  exportar-ics FICHERO   las alarmas y los recordatorios pendientes en formato iCalendar\n";
-
-// Message boxes have no one to answer here: what they would say goes to stderr.
-class ErrorDialogs : public Dialogs {
-public:
-    explicit ErrorDialogs(std::ostream& err) : err_(err) {}
-    MsgAnswer ShowBox(const MessageBox& box) override {
-        err_ << box.text << "\n";
-        return MsgAnswer::Cancel;
-    }
-    std::optional<std::string> AskText(const InputBox&) override { return std::nullopt; }
-
-private:
-    std::ostream& err_;
-};
 
 // A data file as stored; a missing one is empty, one that cannot be read says so and stops.
 std::optional<std::string> ReadDataFile(const CommandContext& ctx, const char* name) {
@@ -64,7 +50,7 @@ int Estado(const CommandContext& ctx, const std::vector<std::string>& args) {
         return 1;
     }
     Settings settings;
-    ErrorDialogs dialogs(ctx.err);
+    StreamDialogs dialogs(&ctx.err);
     if (!LoadSettingsFromBytes(*settings_bytes, settings, dialogs)) {
         return 1;
     }

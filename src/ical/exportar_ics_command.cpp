@@ -2,7 +2,7 @@
 
 #include "ical/ics_common.h"
 #include "ical/ics_export.h"
-#include "platform/dialogs.h"
+#include "platform/stream_dialogs.h"
 #include "platform/system_clock.h"
 #include "store/app_paths.h"
 #include "store/error_text.h"
@@ -11,23 +11,7 @@
 
 namespace vt {
 
-namespace {
-
-// The loader's messages, written out instead of shown: there is nobody to click them.
-class StreamDialogs : public Dialogs {
-public:
-    explicit StreamDialogs(std::ostream& err) : err_(err) {}
-    MsgAnswer ShowBox(const MessageBox& box) override {
-        err_ << box.text << "\n";
-        return MsgAnswer::Cancel;
-    }
-    std::optional<std::string> AskText(const InputBox&) override { return std::nullopt; }
-
-private:
-    std::ostream& err_;
-};
-
-}  // namespace
+namespace {}  // namespace
 
 int ExportarIcsCommand(const std::string& data_folder, const std::string& file, std::ostream& err) {
     AppPaths paths;
@@ -44,7 +28,7 @@ int ExportarIcsCommand(const std::string& data_folder, const std::string& file, 
         err << "No se puede leer " << paths.SettingsFile() << " (" << ErrorText(contents.error) << ").\n";
         return 1;
     }
-    StreamDialogs dialogs(err);
+    StreamDialogs dialogs(&err);
     Settings settings;
     if (!LoadSettingsFromBytes(contents.bytes, settings, dialogs)) {
         return 1;

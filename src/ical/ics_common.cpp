@@ -7,19 +7,11 @@
 #include "agenda/entries.h"
 #include "agenda/recurrence.h"
 #include "agenda/text_marks.h"
-#include "platform/dialogs.h"
+#include "platform/stream_dialogs.h"
 
 namespace vt {
 
 namespace {
-
-// Units are checked before any step, so the "MAL!" box that NextOccurrence shows for an
-// unknown one can never come up here.
-class NoDialogs : public Dialogs {
-public:
-    MsgAnswer ShowBox(const MessageBox&) override { return MsgAnswer::Cancel; }
-    std::optional<std::string> AskText(const InputBox&) override { return std::nullopt; }
-};
 
 std::string ZoneFromPath(const std::string& path) {
     const std::string marker = "zoneinfo/";
@@ -48,7 +40,9 @@ std::vector<Date> AlarmOccurrences(std::string_view alarm_entry, Date from, Date
         }
         return dates;
     }
-    NoDialogs silent;
+    // Units are checked before any step, so the "MAL!" box that NextOccurrence shows for an
+    // unknown one can never come up here.
+    StreamDialogs silent;
     Date walk = *stored;
     Date lower = std::max(from, *stored);
     while (const auto next = NextOccurrence(walk, *count, unit, lower, to, 1, false, lower, silent)) {

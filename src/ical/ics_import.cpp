@@ -11,6 +11,7 @@
 #include "agenda/text_marks.h"
 #include "ical/ics_common.h"
 #include "ical/libical_support.h"
+#include "platform/stream_dialogs.h"
 #include "store/cp1252.h"
 
 namespace vt {
@@ -25,12 +26,6 @@ constexpr std::size_t kMaxTextChars = 250;
 // walked from its start: libical's jump to a later start misplaces the instances of some rules.
 constexpr int kMaxRuleSteps = 50000;
 constexpr std::size_t kListedLines = 20;
-
-class NoDialogs : public Dialogs {
-public:
-    MsgAnswer ShowBox(const MessageBox&) override { return MsgAnswer::Cancel; }
-    std::optional<std::string> AskText(const InputBox&) override { return std::nullopt; }
-};
 
 bool StartsLine(std::string_view text, std::size_t at) {
     return at == 0 || text[at - 1] == '\n' || text[at - 1] == '\r';
@@ -153,7 +148,7 @@ std::optional<Date> NextChoiceDate(Date first, int count, const std::string& uni
             walk = AddYears(walk, (static_cast<int>(today.year()) - static_cast<int>(walk.year())) / count * count);
         }
     }
-    NoDialogs silent;
+    StreamDialogs silent;
     const bool time_passed = minutes < MinutesOfDay(now);
     return NextOccurrence(walk, count, unit, today, kOpenEnd, 1, time_passed, today, silent);
 }

@@ -1,5 +1,6 @@
 #include "accesslog/recent_scan.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -58,8 +59,10 @@ std::string WriteFailure(const std::string& page, std::error_code error) {
 // without its head, to which every later run would append.
 std::error_code AppendToPage(const AppPaths& paths, Date date, const std::string& text, std::string& page) {
     page = RutaLogAccesos(paths, date, true);
+    // One look at the file per entry: missing, unreadable and empty all mean "new".
     std::error_code no_size;
-    if (!PathExists(page) || std::filesystem::file_size(page, no_size) == 0) {
+    const std::uintmax_t size = std::filesystem::file_size(page, no_size);
+    if (no_size || size == 0) {
         return WriteFileAtomically(page, Utf8ToCp1252(EscribirCabeceraLog(date) + text));
     }
     return AppendToFile(page, Utf8ToCp1252(text));

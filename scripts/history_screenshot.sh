@@ -15,15 +15,7 @@ if [ -z "$program" ]; then
     program=build/run/src/VendrakoTimer
 fi
 
-work=$(mktemp -d)
-xvfb_pid=""
-program_pid=""
-cleanup() {
-    [ -n "$program_pid" ] && kill "$program_pid" 2>/dev/null || true
-    [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2>/dev/null || true
-    rm -rf "$work"
-}
-trap cleanup EXIT
+vt_temporary_workspace
 cp "$program" "$work/VendrakoTimer"
 
 printf '%s\r\n' "[GENERAL]" "FECHA=$(date +%d-%m-%y)" "ENTRADA1=08:00" "SALIDA1=14:00" "ENTRADA2=15:00" "NUM_ALARMAS=0" "" \

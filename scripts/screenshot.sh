@@ -11,15 +11,7 @@ cd "$root"
 vt_install_packages "${VT_BUILD_PACKAGES[@]}" "${VT_DISPLAY_PACKAGES[@]}"
 vt_build_program VendrakoTimer
 
-work=$(mktemp -d)
-xvfb_pid=""
-program_pid=""
-cleanup() {
-    [ -n "$program_pid" ] && kill "$program_pid" 2>/dev/null || true
-    [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2>/dev/null || true
-    rm -rf "$work"
-}
-trap cleanup EXIT
+vt_temporary_workspace
 cp build/run/src/VendrakoTimer "$work/"
 
 day() { date -d "$1" +%d/%m/%Y; }

@@ -73,3 +73,22 @@ vt_wait_for_main_window() {
     done
     return 1
 }
+
+# For the screenshot scripts: a temporary folder in $work, removed on exit together with the
+# program ($program_pid) and the virtual display ($xvfb_pid) when they are still running. The
+# program is given time to end before its display goes: Qt aborts a program whose display
+# vanishes under it.
+vt_temporary_workspace() {
+    work=$(mktemp -d)
+    xvfb_pid=""
+    program_pid=""
+    trap vt_remove_workspace EXIT
+}
+vt_remove_workspace() {
+    if [ -n "$program_pid" ]; then
+        kill "$program_pid" 2>/dev/null || true
+        for _ in $(seq 30); do kill -0 "$program_pid" 2>/dev/null || break; sleep 0.1; done
+    fi
+    [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2>/dev/null || true
+    rm -rf "$work"
+}

@@ -259,8 +259,11 @@ class Judge:
     def run_tests(self, name, limit):
         """Runs one test program; returns (passed, failing test names or None, timed out)."""
         started = time.monotonic()
+        qt = name.startswith("tst_")
         try:
-            result = subprocess.run([str(self.program(name))], cwd=self.build, env=self.env,
+            # -v1 makes a Qt test say which function it enters, so a crash is put on it.
+            result = subprocess.run([str(self.program(name))] + (["-v1"] if qt else []),
+                                    cwd=self.build, env=self.env,
                                     stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=limit,
                                     errors="replace", text=True, start_new_session=True)
             output, code, timed_out = result.stdout, result.returncode, False
@@ -268,6 +271,12 @@ class Judge:
             output = e.stdout.decode(errors="replace") if isinstance(e.stdout, bytes) else (e.stdout or "")
             code, timed_out = -1, True
         self.last_time = time.monotonic() - started
+        if qt:
+            failing = set(re.findall(r"^FAIL!  : \w+::(\w+)\(", output, re.M))
+            entered = re.findall(r"^INFO   : \w+::(\w+)\(.*?\) entering", output, re.M)
+            if code != 0 and not failing and entered:
+                failing.add(entered[-1])
+            return code == 0, failing, timed_out
         failing = set(re.findall(r"^\[  FAILED  \] (\S+?)(?:,| \(|$)", output, re.M))
         running = re.findall(r"^\[ RUN      \] (\S+)", output, re.M)
         finished = set(re.findall(r"^\[       (?:OK|FAILED) \] (\S+?)(?:,| \(|$)", output, re.M)) | failing
@@ -364,6 +373,7 @@ def main():
 
     outcome = defaultdict(list)  # killed, survived, equivalent, uncovered, not-compiled
     kills_by = {}  # mutant index -> set of test files that kill it
+    record = []  # per mutant: where, verdict and the test cases that kill it
     timeouts = 0
     restorer = Restorer()
     started = time.monotonic()
@@ -388,15 +398,18 @@ def main():
                     outcome["equivalent"].append(m)
                     verdict = "equivalent (same object code)"
                 else:
-                    killers = set()
+                    killers, cases = set(), []
                     for name in programs:
                         passed, failing, timed_out = judge.run_tests(name, limits[name])
                         timeouts += timed_out
                         if not passed:
                             if name == "core_tests":
                                 killers |= {test_file.get(t, "tests/?") for t in failing} or {"tests/?"}
+                                cases += sorted(failing)
                             else:
-                                killers.add(str(next((ROOT / "tests").rglob(f"{name}.cpp")).relative_to(ROOT)))
+                                source = str(next((ROOT / "tests").rglob(f"{name}.cpp")).relative_to(ROOT))
+                                killers.add(source)
+                                cases += [f"{name}::{f}" for f in sorted(failing)] or [f"{name}::?"]
                     if killers:
                         kills_by[index] = killers
                         outcome["killed"].append(m)
@@ -405,11 +418,15 @@ def main():
                         outcome["survived"].append(m)
                         verdict = "SURVIVED"
                 restorer.restore()
+            record.append({"mutant": m.where(), "key": m.key(), "verdict": verdict,
+                           "programs": programs, "killed_by": cases if index in kills_by else []})
             print(f"[{index + 1}/{len(chosen)}] {time.monotonic() - t0:5.1f}s {verdict}: {m.where()}",
                   flush=True)
     finally:
         restorer.restore()
     elapsed = time.monotonic() - started
+    # Which test cases kill which mutant, to weigh single tests and not only files.
+    (judge.build / "mutation-kills.json").write_text(json.dumps(record, indent=1, ensure_ascii=False))
 
     # Rebuild the restored tree so the next run starts from it.
     judge.ninja(judge.core_programs + judge.qt_tests)

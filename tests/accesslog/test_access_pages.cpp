@@ -17,30 +17,7 @@
 namespace vt {
 namespace {
 
-std::size_t Count(const std::string& text, const std::string& what) {
-    std::size_t n = 0;
-    for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) {
-        ++n;
-    }
-    return n;
-}
-
 // ---- the month's length and its index ------------------------------------------------------
-
-TEST(MonthIndex, HasOneLinkPerDayOfTheMonth) {
-    const std::vector<std::pair<Date, int>> cases{{MakeDate(15, 2, 2024), 29}, {MakeDate(28, 2, 2023), 28},
-                                                  {MakeDate(1, 2, 2000), 29},  {MakeDate(1, 2, 1900), 28},
-                                                  {MakeDate(30, 4, 2024), 30}, {MakeDate(1, 3, 2024), 31},
-                                                  {MakeDate(31, 12, 2024), 31}};
-    for (const auto& [date, days] : cases) {
-        SCOPED_TRACE(FormatDate(date));
-        EXPECT_EQ(DiasDelMes(date), days);
-        const std::string head = EscribirCabeceraLog(date);
-        EXPECT_EQ(Count(head, "<a href='#DIA"), static_cast<std::size_t>(days));
-        EXPECT_NE(head.find("<a href='#DIA" + std::to_string(days) + "'>"), std::string::npos);
-        EXPECT_EQ(Count(head, "</a> | \r\n") + Count(head, "</a> - - \r\n"), static_cast<std::size_t>(days));
-    }
-}
 
 // February 2015 begins on a Sunday and ends on a Saturday: the index starts with "- -".
 TEST(AccessPage, HeadOfAMonthByteForByte) {
@@ -55,11 +32,6 @@ TEST(AccessPage, HeadOfAMonthByteForByte) {
     expected += "</p>\r\n";
     EXPECT_EQ(EscribirCabeceraLog(MakeDate(20, 2, 2015)), expected);
     EXPECT_NE(expected.find("<a href='#DIA01'>01</a> - - \r\n<a href='#DIA02'>02</a> | \r\n"), std::string::npos);
-}
-
-TEST(AccessPage, DayHeadingNamesTheDayAndItsWeekday) {
-    EXPECT_EQ(DayHeading(MakeDate(5, 3, 2024)), "<hr>\r\n<p><a name='DIA05'></a><b>DIA 05 (Martes)</b></p>\r\n");
-    EXPECT_EQ(DayHeading(MakeDate(31, 3, 2024)), "<hr>\r\n<p><a name='DIA31'></a><b>DIA 31 (Domingo)</b></p>\r\n");
 }
 
 // The page is Windows-1252, so what it cannot hold goes as a character reference; the address
@@ -94,23 +66,6 @@ protected:
     test::FakeShellFolders shell_folders_;
 };
 
-TEST_F(AccesosMenu, PagePathIsYearMonthAndSpanishMonthName) {
-    EXPECT_EQ(RutaLogAccesos(folder_.Paths(), MakeDate(14, 3, 2024), true), folder_.Path("LOG/2024.03.MARZO.htm"));
-    EXPECT_EQ(RutaLogAccesos(folder_.Paths(), MakeDate(1, 12, 987), true), folder_.Path("LOG/0987.12.DICIEMBRE.htm"));
-    EXPECT_EQ(RutaLogAccesos(folder_.Paths(), MakeDate(1, 1, 2024), false), folder_.Path("LOG/"));
-    EXPECT_TRUE(folder_.Exists("LOG")) << "asking for a path creates the folder";
-    EXPECT_FALSE(folder_.Exists("LOG/2024.03.MARZO.htm")) << "but never the page";
-}
-
-TEST_F(AccesosMenu, TodayWithoutAPageTellsTheUserAndCreatesNothing) {
-    AbrirLogDeHoy(folder_.Paths(), clock_, dialogs_, shell_);
-    ASSERT_EQ(dialogs_.Shown().size(), 1u);
-    const MessageBox& box = dialogs_.Shown()[0];
-    EXPECT_EQ(std::tie(box.text, box.icon), std::tuple("Aún no existe un LOG para hoy.", MsgIcon::Information));
-    EXPECT_TRUE(shell_.opened.empty());
-    EXPECT_FALSE(folder_.Exists("LOG/2024.03.MARZO.htm"));
-}
-
 TEST_F(AccesosMenu, TodayOpensThisMonthsPage) {
     folder_.WriteFile("LOG/2024.03.MARZO.htm", "x");
     AbrirLogDeHoy(folder_.Paths(), clock_, dialogs_, shell_);
@@ -118,31 +73,6 @@ TEST_F(AccesosMenu, TodayOpensThisMonthsPage) {
     EXPECT_TRUE(dialogs_.Shown().empty());
     EXPECT_EQ(shell_.opened, (std::vector<std::string>{folder_.Path("LOG/2024.03.MARZO.htm") + " | " + folder_.Folder(),
                                                        folder_.Path("LOG/") + " | " + folder_.Folder()}));
-}
-
-// The desktop's view when there is one, else the folder; "" when nothing is opened and the user is told.
-TEST(RecentFolderItem, OpensTheDesktopViewElseTheFolder) {
-    const std::vector<std::array<const char*, 3>> cases{{"recent:///", "/h/.local/share", "recent:///"},
-                                                        {"", "/h/.local/share", "/h/.local/share/"},
-                                                        {"", "/h/Recent/", "/h/Recent/"},
-                                                        {"", "", ""}};
-    for (const auto& [view, recent, opened] : cases) {
-        SCOPED_TRACE(std::string(view) + " " + recent);
-        test::TempAppFolder folder;
-        test::ScriptedDialogs dialogs;
-        test::RecordingShellOpen shell;
-        test::FakeShellFolders shell_folders;
-        shell_folders.view = view;
-        shell_folders.recent = recent;
-        AbrirCarpetaRecientes(folder.Paths(), shell_folders, shell, dialogs);
-        if (std::string(opened).empty()) {
-            EXPECT_TRUE(shell.opened.empty());
-            EXPECT_EQ(dialogs.Texts(), std::vector<std::string>{"No se encuentra la carpeta de archivos recientes."});
-        } else {
-            EXPECT_EQ(shell.opened, std::vector<std::string>{opened + (" | " + folder.Folder())});
-            EXPECT_TRUE(dialogs.Shown().empty());
-        }
-    }
 }
 
 }  // namespace

@@ -73,24 +73,5 @@ TEST_F(FolderSource, ListsShortcutsLinksAndPlainFilesWithTheirOwnTimes) {
     // clang-format on
 }
 
-TEST_F(FolderSource, AnEntryGoneSinceTheListingIsVanished) {
-    const FolderEntry entry = ReadFolderEntry(Recent(), "borrado.lnk");
-    EXPECT_EQ(std::tie(entry.listed, entry.file.vanished, entry.error), std::tuple(true, true, ""));
-}
-
-TEST_F(FolderSource, AMissingFolderIsNoSource) {
-    EXPECT_EQ(FolderRecentFiles(Recent()).List().outcome, RecentListingOutcome::NoSource);
-    EXPECT_EQ(FolderRecentFiles("").List().outcome, RecentListingOutcome::NoSource);
-}
-
-// A link that points at itself is there but can never be opened.
-TEST_F(FolderSource, AFolderThatCannotBeListedFails) {
-    std::filesystem::create_symlink(Recent(), Recent());
-    const RecentListing listing = FolderRecentFiles(Recent()).List();
-    EXPECT_EQ(listing.outcome, RecentListingOutcome::Failed);
-    EXPECT_NE(listing.error.find(Recent()), std::string::npos);
-    EXPECT_NE(listing.error.find("No se ha registrado ningún acceso."), std::string::npos);
-}
-
 }  // namespace
 }  // namespace vt

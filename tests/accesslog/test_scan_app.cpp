@@ -55,48 +55,5 @@ TEST_F(ScanAppTest, StartUpScansOnceAndTheTickEveryFiveMinutes) {
     EXPECT_EQ(recent.calls, 3) << "a last scan on the way out";
 }
 
-// The closing scan of an ending session would warn of a file dated in the future; nothing may
-// wait for the user then, so it and every later box or input box are answered unseen.
-TEST_F(ScanAppTest, WhenTheSessionEndsTheClosingScanWarnsOfNothing) {
-    ASSERT_EQ(app->Start(""), Outcome::Continue);
-    recent.Add("futuro.odt", "/home/ana/futuro.odt", MakeDateTime(MakeDate(20, 3, 2024), 8, 30));
-    std::filesystem::remove_all(folder.Path("Backup"));
-    dialogs.Forget();
-    app->Shutdown(false);
-    EXPECT_EQ(recent.calls, 2);
-    EXPECT_TRUE(folder.Exists("Backup/2024.03.MARZO.htm")) << "the log is still mirrored";
-    EXPECT_TRUE(app->SessionEnding());
-    EXPECT_EQ(dialogs.Show({"¿Seguro?", MsgIcon::Question, MsgButtons::YesNo, {}, {}}), MsgAnswer::No);
-    EXPECT_EQ(dialogs.Show({"?", MsgIcon::Question, MsgButtons::OkCancel, {}, MsgAnswer::Ok}), MsgAnswer::Cancel);
-    EXPECT_EQ(dialogs.Ask({"Fecha", "", "13/03/2024"}), std::nullopt);
-    EXPECT_TRUE(dialogs.Texts().empty());
-    EXPECT_TRUE(dialogs.Asked().empty());
-}
-
-TEST_F(ScanAppTest, TheAccesosItemsOpenTodaysPageOrSaySoAndTheFolders) {
-    recent.listing.files.clear();
-    folder.WriteFile("VendrakoTimer.ini", "[GENERAL]\r\nFECHA=13-03-24\r\n[ACCESOS]\r\nULTIMO=13/03/2024 08:00:00\r\n");
-    ASSERT_EQ(app->Start("DESA"), Outcome::Continue);
-    dialogs.Forget();
-    app->OpenTodaysAccessLog();
-    EXPECT_FALSE(folder.Exists("LOG/2024.03.MARZO.htm")) << "asking for the page creates none";
-    folder.WriteFile("LOG/2024.03.MARZO.htm", "x");
-    app->OpenTodaysAccessLog();
-    app->OpenAccessLogFolder();
-    // The recent files: no folder known is said so (opening "/" would show the root of the disk),
-    // a folder is opened with its separator, and the desktop's own view comes first.
-    app->OpenRecentFilesFolder();
-    special.recent = "/r/Recent";
-    app->OpenRecentFilesFolder();
-    special.view = "recent:///";
-    app->OpenRecentFilesFolder();
-    EXPECT_EQ(dialogs.Texts(), (std::vector<std::string>{"Aún no existe un LOG para hoy.",
-                                                         "No se encuentra la carpeta de archivos recientes."}));
-    const std::string from = " | " + folder.Folder();
-    EXPECT_EQ(shell.opened,
-              (std::vector<std::string>{folder.Path("LOG/2024.03.MARZO.htm") + from, folder.Path("LOG/") + from,
-                                        "/r/Recent/" + from, "recent:///" + from}));
-}
-
 }  // namespace
 }  // namespace vt

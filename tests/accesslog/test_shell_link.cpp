@@ -39,44 +39,5 @@ TEST(ShellLinkTarget, IsTheLocalBasePath) {
     }
 }
 
-// A shortcut cut short anywhere gives no target (the link information is bounded by its own
-// size), or the whole one once the link information is complete; never a crash.
-TEST(ShellLinkTargetDamaged, CutAtEveryLength) {
-    for (const bool id_list : {true, false}) {
-        LnkParts parts;
-        parts.id_list = id_list;
-        const std::string lnk = BuildLnk(parts);
-        const std::size_t complete = lnk.size() - 4;  // without the terminal block
-        for (std::size_t n = 0; n < lnk.size(); ++n) {
-            EXPECT_EQ(ReadShellLinkTarget(lnk.substr(0, n)), n >= complete ? parts.base : "") << n;
-        }
-    }
-}
-
-TEST(ShellLinkBadField, GivesNoTarget) {
-    // The offset counts from the start of the link information (76 with no ID list).
-    const std::vector<std::tuple<const char*, std::size_t, std::uint32_t>> cases{
-        {"HeaderSize", 0, 0x4D},
-        {"Clsid", 4, 0},
-        {"InfoLongerThanFile", 76, 0xFFFFFFF0},
-        {"InfoHeaderTooShort", 76 + 4, 0x10},
-        {"BaseOutsideInfo", 76 + 16, 0x7FFFFFFF},
-        {"InfoEndsInsideBase", 76, 60}};
-    for (const auto& [name, at, value] : cases) {
-        LnkParts parts;
-        parts.id_list = false;
-        std::string lnk = BuildLnk(parts);
-        test::SetU32(lnk, at, value);
-        EXPECT_EQ(ReadShellLinkTarget(lnk), "") << name;
-    }
-}
-
-TEST(ShellLinkTargetDamaged, IdListReachingPastTheEnd) {
-    std::string lnk = BuildLnk(LnkParts{});
-    lnk[76] = '\xFF';
-    lnk[77] = '\xFF';
-    EXPECT_EQ(ReadShellLinkTarget(lnk), "");
-}
-
 }  // namespace
 }  // namespace vt

@@ -36,20 +36,6 @@ RepetitionForm Reminder(std::string fecha, std::string hora, std::string texto =
 
 // ---- Opening ---------------------------------------------------------------------------------
 
-TEST(OpeningAnEditor, ToAddStartsOnThePresetAtThePresentTime) {
-    const EntryList entries = ListOf({"20/03/2024 09:15 00 D 14 0 Dentista"});
-    for (const auto& [preset, fecha] : std::vector<std::pair<std::string, std::string>>{
-             {"", ""}, {kNoPresetDate, "18/03/2024"}, {"25/12/2024", "25/12/2024"}, {"10/03/2024", "10/03/2024"}}) {
-        const AlarmForm alarm = OpenAlarmForm(true, entries, 1, preset, kNow);
-        EXPECT_EQ(alarm.fecha + "|" + alarm.hora + "|" + alarm.texto, fecha + "|10:30|") << preset;
-        EXPECT_EQ(alarm.cada, kNunca) << preset;
-        EXPECT_FALSE(alarm.can_delete) << preset;
-        const RepetitionForm reminder = OpenRepetitionForm(true, entries, 1, preset, kNow);
-        EXPECT_EQ(reminder.fecha + "|" + reminder.hora + "|" + reminder.texto, fecha + "|10:30|") << preset;
-        EXPECT_FALSE(reminder.can_delete) << preset;
-    }
-}
-
 TEST(OpeningAnEditor, ToChangePutsTheEntryBackWithTheChoiceFoundByItsCode) {
     // Any flag but "0" is a priority; five days or an unknown unit is no choice of the list.
     const EntryList alarms = ListOf({"20/03/2024 09:15 01 A 14 2 Boda (1998)", "20/03/2024 09:15 05 D 00 0 Raro",
@@ -126,118 +112,9 @@ TEST(RefusedAlarm, ShowsOneMessageAndNamesTheBox) {
     }
 }
 
-TEST(RefusedAlarm, KeepsWhatCouldNotBeReadAndConvertsWhatCould) {
-    test::ScriptedDialogs dialogs;
-    AlarmForm bad_date = Filled("3112", "745");
-    AlarmForm no_text = Filled("200324", "745", kUnDia, "");
-    CheckAlarmForm(bad_date, kNow, dialogs);
-    CheckAlarmForm(no_text, kNow, dialogs);
-    EXPECT_EQ(bad_date.fecha, "3112");
-    EXPECT_EQ(no_text.fecha + " " + no_text.hora, "20/03/2024 07:45");
-}
-
-TEST(CheckingARepetition, RunsTheDateAndTimeChecksAndTheTextsCharactersOnly) {
-    test::ScriptedDialogs dialogs;
-    RepetitionForm passed = Reminder("170324", "2359");
-    EXPECT_EQ(CheckRepetitionForm(passed, kNow, dialogs), EditorBox::Hora);
-    EXPECT_EQ(dialogs.Texts(), Lines{kTimePassedMessage});
-    // An empty text is allowed, and so is the present minute.
-    RepetitionForm empty_text = Reminder("180324", "1030", "");
-    EXPECT_EQ(CheckRepetitionForm(empty_text, kNow, dialogs), std::nullopt);
-    EXPECT_EQ(empty_text.fecha + " " + empty_text.hora, "18/03/2024 10:30");
-    EXPECT_EQ(dialogs.Shown().size(), 1u);
-    // The text must fit the settings file; Windows-1252 holds "€" and "ñ" but no "日本".
-    RepetitionForm fits = Reminder("180324", "1030", "Año € ñ «x»");
-    EXPECT_EQ(CheckRepetitionForm(fits, kNow, dialogs), std::nullopt);
-    RepetitionForm foreign = Reminder("180324", "1030", "Llamar a 日本");
-    EXPECT_EQ(CheckRepetitionForm(foreign, kNow, dialogs), EditorBox::Texto);
-    EXPECT_EQ(dialogs.Texts().back(), "El texto tiene caracteres que no se pueden guardar: 日本");
-    EXPECT_EQ(dialogs.Shown().size(), 2u);
-}
-
-// The present minute is accepted to its last second; short forms and blanks are put in their
-// stored form, and the text is left as typed.
-TEST(AcceptedAlarm, PassesSilentlyWithDateAndTimeInTheirStoredForm) {
-    test::ScriptedDialogs dialogs;
-    const DateTime march_first = MakeDateTime(MakeDate(1, 3, 2024), 6, 0);
-    for (const auto& [now, fecha, hora, stored] :
-         std::vector<std::tuple<DateTime, const char*, const char*, const char*>>{
-             {kNow + std::chrono::seconds{39}, "18/03/2024", "10:30", "18/03/2024 10:30"},
-             {march_first, "150324", "745", "15/03/2024 07:45"},
-             {march_first, " 15/03/2024 ", " 07:45 ", "15/03/2024 07:45"}}) {
-        AlarmForm form = Filled(fecha, hora, 6, "!-Boda (1998) <150324>");
-        EXPECT_EQ(CheckAlarmForm(form, now, dialogs), std::nullopt) << fecha << " " << hora;
-        EXPECT_EQ(form.fecha + " " + form.hora, stored);
-        EXPECT_EQ(form.texto, "!-Boda (1998) <150324>");
-    }
-    EXPECT_TRUE(dialogs.Shown().empty());
-}
-
-// Saving an alarm unchanged would launch it again at once: one whose time today has passed is
-// refused like a new one, and one at the present minute is not.
-TEST(UnchangedAlarm, IsRefusedOnceItsTimeHasPassed) {
-    const EntryList alarms = ListOf({"18/03/2024 10:29 01 D 00 0 Fichar", "18/03/2024 10:30 01 D 00 0 Café"});
-    test::ScriptedDialogs dialogs;
-    AlarmForm passed = OpenAlarmForm(false, alarms, 1, kNoPresetDate, kNow);
-    EXPECT_EQ(CheckAlarmForm(passed, kNow, dialogs), EditorBox::Hora);
-    EXPECT_EQ(dialogs.Texts(), Lines{kTimePassedMessage});
-    AlarmForm present = OpenAlarmForm(false, alarms, 2, kNoPresetDate, kNow);
-    EXPECT_EQ(CheckAlarmForm(present, kNow, dialogs), std::nullopt);
-    EXPECT_EQ(AlarmEntryFromForm(present), alarms[2]);
-}
-
 // ---- Saving ----------------------------------------------------------------------------------
 
-// The entry follows the choice and the marks, and reopens as typed (commas as ";"). A choice
-// outside the list is stored as "Nunca".
-TEST(AlarmEntry, FollowsTheChoiceAndTheMarksAndReopensAsTyped) {
-    // choice, text typed, entry stored, choice on reopening the entry
-    for (const auto& [cada, texto, entry, cada_back] : std::vector<std::tuple<int, std::string, const char*, int>>{
-             {0, "Dentista", "20/03/2024 09:15 00 D 14 0 Dentista", 0},
-             {1, "Fichar", "20/03/2024 09:15 01 D 00 0 Fichar", 1},
-             {2, "Informe", "20/03/2024 09:15 07 D 00 0 Informe", 2},
-             {3, "!Reunión", "20/03/2024 09:15 01 M 07 1 Reunión", 3},
-             {5, "Santo", "20/03/2024 09:15 01 A 14 0 Santo", 5},
-             {8, "Carné", "20/03/2024 09:15 06 A 14 0 Carné", 8},
-             {0, "!!Doble", "20/03/2024 09:15 00 D 14 1 !Doble", 0},
-             {0, " !No", "20/03/2024 09:15 00 D 14 0  !No", 0},
-             {5, "-Boda (1998) <150324>", "20/03/2024 09:15 01 A 14 0 -Boda (1998) <150324>", 5},
-             {1, "Pan, leche, huevos", "20/03/2024 09:15 01 D 00 0 Pan; leche; huevos", 1},
-             {12, "Raro", "20/03/2024 09:15 00 D 14 0 Raro", 0},
-         }) {
-        SCOPED_TRACE(texto);
-        EXPECT_EQ(AlarmEntryFromForm(Filled("20/03/2024", "09:15", cada, texto)), entry);
-        const AlarmForm reopened = OpenAlarmForm(false, ListOf({entry}), 1, kNoPresetDate, kNow);
-        EXPECT_EQ(reopened.cada, cada_back);
-        std::string typed = texto;
-        std::replace(typed.begin(), typed.end(), ',', ';');
-        EXPECT_EQ(reopened.texto, typed);
-    }
-}
-
 // ---- Deleting --------------------------------------------------------------------------------
-
-// Blanks around the date and time go; the text, marks included, is kept as typed.
-TEST(RepetitionEntry, IsTrimmedDateAndTimeAndTheTextAsTyped) {
-    EXPECT_EQ(RepetitionEntryFromForm(Reminder(" 20/03/2024 ", "07:45 ", "!Tal cual")), "20/03/2024 07:45 !Tal cual");
-    EXPECT_EQ(RepetitionEntryFromForm(Reminder("20/03/2024", "07:45", "")), "20/03/2024 07:45 ");
-}
-
-TEST(DeleteQuestions, AskWithCancelAsTheDefault) {
-    test::ScriptedDialogs dialogs;
-    dialogs.QueueAnswer(MsgAnswer::Ok);
-    EXPECT_TRUE(ConfirmDeleteAlarm(dialogs));
-    EXPECT_FALSE(ConfirmDeleteAlarm(dialogs));  // a plain Enter takes the default button
-    dialogs.QueueAnswer(MsgAnswer::Ok);
-    EXPECT_TRUE(ConfirmDeleteRepetition(dialogs));
-    EXPECT_FALSE(ConfirmDeleteRepetition(dialogs));
-    EXPECT_EQ(dialogs.Texts(), (Lines{"¿Quieres borrar esta alarma?", "¿Quieres borrar esta alarma?",
-                                      "¿Quieres borrar esta repetición?", "¿Quieres borrar esta repetición?"}));
-    for (const MessageBox& box : dialogs.Shown()) {
-        EXPECT_EQ(box.icon, MsgIcon::Question);
-        EXPECT_EQ(box.buttons, MsgButtons::OkCancel);
-    }
-}
 
 // ---- Storing, logging and the whole editors -------------------------------------------------
 
@@ -288,23 +165,6 @@ TEST_F(Editing, AlarmsAreAddedChangedAndDeletedWithTheirRunLogLines) {
                                     "22/03/2024 09:00 01 M 07 1 Pagar; ya", "23/03/2024 09:00 00 D 14 0 Nuevo"}));
     EXPECT_EQ(log, (Lines{"NEW> 22/03/2024 09:00 01 M 07 1 Pagar; ya", "UPD> 20/03/2024 09:45 02 A 14 0 Dentista",
                           "DEL> 19/03/2024 08:00 01 D 00 0 Fichar", "NEW> 23/03/2024 09:00 00 D 14 0 Nuevo"}));
-}
-
-TEST_F(Editing, RepetitionsAreAddedChangedAndDeletedOnlyWhenTheyAreThere) {
-    const EntryList before = repetitions;
-    EXPECT_FALSE(OpenRepetitionEditor(repetitions, false, 2, kNoPresetDate, kNow, Closing(EditorAction::Cancel)));
-    EXPECT_FALSE(OpenRepetitionEditor(repetitions, true, 0, "", kNow, Typing("", "10:30", "x")));
-    EXPECT_EQ(repetitions, before);
-    EXPECT_EQ(dialogs.Texts(), Lines{kEnterDateMessage});
-    EXPECT_TRUE(OpenRepetitionEditor(repetitions, true, 0, "", kNow, Typing("210324", "9", "")));
-    EXPECT_TRUE(
-        OpenRepetitionEditor(repetitions, false, 2, kNoPresetDate, kNow, Typing("20/03/2024", "0815", "Dentista, ya")));
-    EXPECT_TRUE(OpenRepetitionEditor(repetitions, false, 1, kNoPresetDate, kNow, Closing(EditorAction::Delete)));
-    EXPECT_FALSE(OpenRepetitionEditor(repetitions, false, 3, kNoPresetDate, kNow, Closing(EditorAction::Delete)));
-    EXPECT_FALSE(OpenRepetitionEditor(repetitions, true, 1, "", kNow, Closing(EditorAction::Delete)));
-    StoreRepetition(repetitions, false, 5, "22/03/2024 09:00 Nuevo");  // a change whose entry left the list
-    EXPECT_EQ(Items(repetitions),
-              (Lines{"20/03/2024 08:15 Dentista; ya", "21/03/2024 09:00 ", "22/03/2024 09:00 Nuevo"}));
 }
 
 }  // namespace

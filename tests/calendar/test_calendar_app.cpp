@@ -46,20 +46,6 @@ TEST_F(CalendarAppTest, TheClosingPathScansBacksUpAndShowsTheReportLast) {
     EXPECT_EQ(dialogs.Texts(), Lines{"Pasado mañana:\r\n- Factura\r\n"});
 }
 
-TEST_F(CalendarAppTest, WhenTheSessionEndsTheReportIsNotShown) {
-    dialogs.Forget();
-    app->Shutdown(false);
-    EXPECT_TRUE(dialogs.Shown().empty());
-}
-
-TEST_F(CalendarAppTest, NavigationRefillsAndMovesTheFocusAway) {
-    app->MoveCalendar(2);
-    EXPECT_EQ(view.grid.displayed, MakeDate(1, 4, 2024));
-    EXPECT_EQ(view.focus_moves, 1);
-    app->MoveCalendar(4);
-    EXPECT_EQ(view.grid.start, MakeDate(11, 3, 2024));
-}
-
 TEST_F(CalendarAppTest, HoveringShowsADaysTextsAndAnEmptyDayHidesThem) {
     app->HoverDay(4);  // Friday 15 March
     EXPECT_TRUE(view.details_visible);
@@ -80,47 +66,6 @@ TEST_F(CalendarAppTest, AClickOffersTheDaysEntriesAndOpensTheChosenOne) {
     ASSERT_EQ(view.repetition_forms.size(), 1u) << "row 2 is the repetition";
     EXPECT_EQ(view.repetition_forms[0].texto, "Llamar a Ana");
     EXPECT_FALSE(view.details_visible);
-}
-
-TEST_F(CalendarAppTest, AddingFromADayPresetsThatDayAndTheNewEntryMarksIt) {
-    view.day_menu_choice = DayMenuChoice{DayMenuChoice::Kind::AddRepetition, 0};
-    view.edit_repetition = [](RepetitionForm& form) {
-        form.hora = "12:00";
-        form.texto = "Dentista";
-        return EditorAction::Save;
-    };
-    app->ClickDay(8);  // Tuesday 19 March
-    ASSERT_EQ(view.repetition_forms.size(), 1u);
-    EXPECT_EQ(view.repetition_forms[0].fecha, "19/03/2024");
-    EXPECT_TRUE(view.grid.cells[8].underline);
-    EXPECT_EQ(view.grid.cells[8].tag, "Dentista // ");
-}
-
-TEST_F(CalendarAppTest, ADismissedMenuOrTheDateItemDoNothing) {
-    app->ClickDay(4);
-    view.day_menu_choice = DayMenuChoice{DayMenuChoice::Kind::DateItem, 0};
-    app->ClickDay(4);
-    EXPECT_TRUE(view.alarm_forms.empty());
-    EXPECT_TRUE(view.repetition_forms.empty());
-}
-
-TEST_F(CalendarAppTest, ComingBackFromTheTrayReturnsToTodayUnlessTheReportIsOpen) {
-    app->MoveCalendar(2);
-    app->State().ReportShowing = true;
-    app->WindowRestored();
-    EXPECT_EQ(view.grid.displayed, MakeDate(1, 4, 2024));
-    app->State().ReportShowing = false;
-    app->WindowRestored();
-    EXPECT_EQ(view.grid.start, MakeDate(11, 3, 2024));
-}
-
-TEST_F(CalendarAppTest, AFiredReminderLeavesTheGrid) {
-    clock.Set(15, 3, 2024, 9, 0);
-    view.repeat_answers = {std::nullopt};
-    const int before = view.grids_shown;
-    app->Tick();
-    EXPECT_GT(view.grids_shown, before);
-    EXPECT_FALSE(view.grid.cells[4].underline);
 }
 
 }  // namespace

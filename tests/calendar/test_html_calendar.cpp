@@ -39,17 +39,6 @@ std::vector<std::string> LinesOf(const std::string& page) {
     return lines;
 }
 
-// The cell lines of a page, in order (42 of them).
-std::vector<std::string> CellsOf(const std::string& page) {
-    std::vector<std::string> cells;
-    for (const std::string& line : LinesOf(page)) {
-        if (line.rfind("  <td width='14%'", 0) == 0) {
-            cells.push_back(line);
-        }
-    }
-    return cells;
-}
-
 const std::string kCell = "  <td width='14%' align='left' valign='top' height='16%'";
 
 // The page's bytes to the first week row, which follows the 31 head lines: six week rows of
@@ -74,35 +63,6 @@ TEST(CalendarPage, HeadLinesInOrder) {
     EXPECT_EQ(page.substr(page.size() - tail.size()), tail);
 }
 
-// One cell of a page: the month shown, the page's items, and the cell's whole line. April 2024
-// begins on a Monday; March 2024 on a Friday, so 5 March is cell 8.
-TEST(CalendarPage, CellLines) {
-    const Date april = MakeDate(10, 4, 2024), march = MakeDate(1, 3, 2024), september = MakeDate(1, 9, 2024);
-    for (const auto& [what, month, items, cell, expected] :
-         std::vector<std::tuple<const char*, Date, Items, std::size_t, std::string>>{
-             {"1st on a Monday starts the grid", april, {}, 0, ">01</td>"},
-             {"other-month weekend: colour, then class",
-              september,
-              {},
-              5,
-              " bgcolor='#C0C0C0' class='otromes'>31</td>"},
-             {"priority underlined and bold, in list order",
-              march,
-              {"05/03/2024!Pago", "06/03/2024Otro día", "05/03/2024A"},
-              8,
-              ">05</br><div class='cumple'><u><b>Pago</b></u></br>A</div></td>"},
-             {"text escaped",
-              march,
-              {"05/03/2024A&B <ddmmyy> l'o"},
-              8,
-              ">05</br><div class='cumple'>A&amp;B &lt;ddmmyy&gt; l'o</div></td>"},
-         }) {
-        const std::vector<std::string> cells = CellsOf(CalendarPage(month, items, "C"));
-        ASSERT_EQ(cells.size(), 42u) << what;
-        EXPECT_EQ(cells[cell], kCell + expected) << what;
-    }
-}
-
 // The menu action, from the boxes to the files.
 class CreateCalendarsTest : public ::testing::Test {
 protected:
@@ -125,40 +85,6 @@ protected:
     EntryList alarms;
     EntryList repetitions;
 };
-
-// What the user types in the boxes, the pages written and the messages shown.
-struct Session {
-    const char* what;
-    std::vector<std::optional<std::string>> typed;
-    Items pages;
-    Items messages;
-};
-void PrintTo(const Session& s, std::ostream* os) {
-    *os << test::TestName(s.what);
-}
-
-class CreateCalendarsSession : public CreateCalendarsTest, public ::testing::WithParamInterface<Session> {};
-
-TEST_P(CreateCalendarsSession, WritesTheMonthsOfTheRange) {
-    for (const auto& typed : GetParam().typed) {
-        dialogs.QueueInput(typed);
-    }
-    Run();
-    EXPECT_EQ(Pages(), GetParam().pages);
-    EXPECT_EQ(dialogs.Texts(), GetParam().messages);
-    EXPECT_EQ(busy.calls, (std::vector<bool>{true, false}));
-}
-
-INSTANTIATE_TEST_SUITE_P(Boxes, CreateCalendarsSession,
-                         ::testing::Values(Session{"inside one month",
-                                                   {"050324", "200324", "C"},
-                                                   {"calendario.03.2024.htm"},
-                                                   {kCalendarsDoneMessage}},
-                                           Session{"cancelled", {"050324", std::nullopt}, {}, {}},
-                                           Session{"end before start asked again",
-                                                   {"050324", "010224", "050424", "C"},
-                                                   {"calendario.03.2024.htm", "calendario.04.2024.htm"},
-                                                   {kEndBeforeStartMessage, kCalendarsDoneMessage}}));
 
 TEST_F(CreateCalendarsTest, FourMonthsWriteFourPagesInWindows1252) {
     alarms = ListOf({BuildAlarmEntry("20/11/2024", "09:00", 1, "M", 7, "1", "Revisión año")});
@@ -196,33 +122,6 @@ TEST_F(CreateCalendarsTest, APageThatCannotBeWrittenIsNamedInsteadOfDone) {
             EXPECT_EQ(std::filesystem::is_regular_file(folder.Path(page)), wanted) << page;
             std::filesystem::remove_all(folder.Path(page));
         }
-    }
-}
-
-// A lower-case "e" is not Basque; and an entry marked "-" never reaches a page.
-TEST_F(CreateCalendarsTest, LowerCaseEGivesSpanishAndHiddenEntriesStayOff) {
-    alarms = ListOf({BuildAlarmEntry("05/03/2024", "09:00", 0, "D", 14, "0", "-Secreto")});
-    repetitions = ListOf({BuildRepetitionEntry("06/03/2024", "10:00", "-Otro secreto")});
-    dialogs.QueueInput("050324");
-    dialogs.QueueInput("050324");
-    dialogs.QueueInput("e");
-    Run();
-    const std::string bytes = folder.ReadFile("calendario.03.2024.htm");
-    EXPECT_NE(bytes.find("<title>MARZO.2024</title>"), std::string::npos);
-    EXPECT_EQ(bytes.find("ecreto"), std::string::npos);
-    EXPECT_EQ(dialogs.Asked().back().prompt, "Idioma (C/E):");
-}
-
-// The page the browser check (tests/e2e/calendar_chromium.sh) opens: March 2024, with a
-// priority entry on Friday 15 and a hidden one. Written where VT_BROWSER_PAGE points, if set.
-TEST(BrowserSample, WritesThePageTheBrowserCheckOpens) {
-    const Items items{"15/03/2024!Entrega <informe>", "15/03/2024-Oculto", "02/03/2024Sábado"};
-    const std::string page = Utf8ToCp1252(CalendarPage(MakeDate(1, 3, 2024), items, "C"));
-    EXPECT_NE(page.find("height='16%'>15</br><div class='cumple'><u><b>Entrega &lt;informe&gt;</b></u></div>"),
-              std::string::npos);
-    EXPECT_EQ(page.find("Oculto"), std::string::npos);
-    if (const char* path = std::getenv("VT_BROWSER_PAGE")) {
-        std::ofstream(path, std::ios::binary) << page;
     }
 }
 

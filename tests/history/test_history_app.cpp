@@ -32,27 +32,6 @@ protected:
     }
 };
 
-TEST_F(HistoryAppTest, ASplitDayIsRecordedFromTheSessionEndWithNothingTyped) {
-    WriteSettings("FECHA=05-03-24\r\n");
-    StartAt(6, 3, 8, 0);  // a Wednesday: arriving is starting the program
-    app->LeaveClockIn(1, "14:00");
-    clock.Set(6, 3, 2024, 15, 0);
-    app->LeaveClockIn(2, "15:00");
-    clock.Set(6, 3, 2024, 17, 40);
-    app->Shutdown(false);
-    const std::string day = "06/03/2024;08:00;14:00;15:00;";
-    EXPECT_EQ(HistoryFile(), std::string(kHeader) +
-                                 "06/03/2024;08:00;;;;P;08:00;\r\n06/03/2024;08:00;14:00;;;P;08:00;\r\n" + day +
-                                 ";P;08:00;\r\n" + day + "17:40;P;08:00;\r\n");
-    EXPECT_EQ(Balance(6, 3).day.worked, 8 * 60 + 40);
-    EXPECT_EQ(Balance(6, 3).day.Balance(), 40);
-
-    const std::string before = HistoryFile();
-    StartAt(6, 3, 18, 0);  // back the same evening: nothing changed, nothing written
-    EXPECT_EQ(HistoryFile(), before);
-    EXPECT_TRUE(dialogs.Asked().empty());
-}
-
 TEST_F(HistoryAppTest, ADayLeftOpenOverMidnightIsAskedForThenCompleted) {
     WriteSettings("FECHA=06-03-24\r\n");
     StartAt(7, 3, 8, 0);  // Thursday, continuous

@@ -27,10 +27,6 @@ Settings AgendaOf(std::initializer_list<std::string> alarms, std::initializer_li
     return settings;
 }
 
-std::vector<std::string> Entries(const EntryList& list) {
-    return {list.begin(), list.end()};
-}
-
 std::string WithoutOwnProperties(const std::string& ics) {
     return std::regex_replace(ics, std::regex("X-VENDRAKO-[A-Z]+:[^\r]*\r\n"), "");
 }
@@ -66,31 +62,6 @@ TEST(IcsRoundTrip, EveryRepeatChoiceComesBackByteForByte) {
         const IcsImportPlan standard = PlanIcsImport(WithoutOwnProperties(exported.text), Settings{}, kNow, kZone);
         EXPECT_EQ(standard.alarms == plan.alarms, c.standard_alone);
     }
-}
-
-TEST(IcsExport, WritesWhatCalendarsNeed) {
-    const Settings agenda =
-        AgendaOf({"15/01/2024 10:00 01 D 00 1 Reunión; sala 2", "15/01/2024 10:00 00 D 14 0 -Oculta",
-                  "31/01/2024 08:00 01 M 07 0 Fin de mes", "bad entry"},
-                 {"11/01/2024 17:30 Llamar a Ana"});
-    const IcsExport out = ExportAgendaToIcs(agenda, kNow, kZone);
-    EXPECT_EQ(out.alarms, 2);  // the hidden one stays out of calendars, as out of the month view
-    EXPECT_EQ(out.reminders, 1);
-    EXPECT_EQ(out.unreadable, 1);
-    for (const char* line : {"BEGIN:VTIMEZONE\r\nTZID:Europe/Madrid\r\n", "DTSTART;TZID=Europe/Madrid:20240115T100000",
-                             "RRULE:FREQ=WEEKLY;BYDAY=MO,TU,WE,TH,FR", "SUMMARY:Reunión\\; sala 2", "PRIORITY:1",
-                             "RDATE;TZID=Europe/Madrid:20240229T080000", "RDATE;TZID=Europe/Madrid:20331228T080000",
-                             "X-VENDRAKO-REPETIR:01|M", "TRIGGER:-P7D", "DTSTART;TZID=Europe/Madrid:20240111T173000",
-                             "DTSTAMP:20240110T070000Z"}) {
-        EXPECT_NE(out.text.find(line), std::string::npos) << line;
-    }
-    EXPECT_EQ(out.text.find("Oculta"), std::string::npos);
-    EXPECT_EQ(out.text.find("20240331T080000"), std::string::npos);  // drifted to the 29th, then to the 28th for good
-    EXPECT_EQ(out.text.find("RDATE;TZID=Europe/Madrid:20340128"), std::string::npos);  // past the ten years
-    // The same alarm moved on to its next date keeps its UID: calendars update, not duplicate.
-    const auto uid = [](const std::string& text) { return text.substr(text.find("UID:"), 40); };
-    const Settings moved = AgendaOf({"16/01/2024 10:00 01 D 00 1 Reunión; sala 2"});
-    EXPECT_EQ(uid(ExportAgendaToIcs(moved, kNow + std::chrono::days{6}, kZone).text), uid(out.text));
 }
 
 // Files as other programs write them, and files that are no calendar at all.
@@ -232,37 +203,6 @@ TEST(IcsImport, TakesWhatItCanAndSaysWhatItCannot) {
         EXPECT_EQ(plan.unreadable.size(), c.unreadable);
         EXPECT_EQ(plan.past, c.past);
     }
-}
-
-TEST(IcsImport, KeepsToTheAgendasLimitAndSkipsWhatItHolds) {
-    Settings agenda;
-    for (int i = 0; i < 996; ++i) {
-        AppendAlarm(agenda.Alarms, BuildAlarmEntry("01/02/2024", "10:00", 0, "D", 14, "0", "A" + std::to_string(i)));
-    }
-    std::string ics = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n";
-    for (const char* text : {"A5", "Nueva1", "Nueva2", "Nueva3", "Nueva4"}) {
-        ics += std::string("BEGIN:VEVENT\r\nDTSTART:20240201T100000\r\nSUMMARY:") + text + "\r\nEND:VEVENT\r\n";
-    }
-    ics += "END:VCALENDAR\r\n";
-    const IcsImportPlan plan = PlanIcsImport(ics, agenda, kNow, kZone);
-    EXPECT_EQ(plan.duplicates, 1);
-    EXPECT_EQ(plan.alarms.size(), 2u);
-    EXPECT_EQ(plan.over_limit, 2);
-    EXPECT_NE(ImportQuestion(plan).find("no se añaden: 2."), std::string::npos);
-
-    std::vector<std::string> log;
-    ApplyIcsImport(plan, agenda, [&](const std::string& line) { log.push_back(line); });
-    EXPECT_EQ(agenda.Alarms.Count(), 998);
-    EXPECT_EQ(log, (std::vector<std::string>{"NEW> 01/02/2024 10:00 00 D 14 0 Nueva1",
-                                             "NEW> 01/02/2024 10:00 00 D 14 0 Nueva2"}));
-}
-
-TEST(IcsImport, PendingRemindersComeBackAsReminders) {
-    const Settings agenda = AgendaOf({}, {"09/01/2024 17:30 Llamar; ya", "11/01/2024 17:30 Otra"});
-    const IcsImportPlan plan = PlanIcsImport(ExportAgendaToIcs(agenda, kNow, kZone).text, Settings{}, kNow, kZone);
-    EXPECT_TRUE(plan.alarms.empty());
-    EXPECT_EQ(plan.reminders, Entries(agenda.Repetitions));
-    EXPECT_EQ(PlanIcsImport(ExportAgendaToIcs(agenda, kNow, kZone).text, agenda, kNow, kZone).duplicates, 2);
 }
 
 // `vendrako exportar-ics`: reads the data folder without touching it, writes the file whole.

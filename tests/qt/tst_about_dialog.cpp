@@ -31,11 +31,6 @@ class TstAboutDialog : public QObject {
         m_form->fShow();
         QVERIFY(QTest::qWaitForWindowExposed(m_form.get()));
     }
-    // The mouse moving over `widget`, as the window sees it.
-    static void moveOver(QWidget* widget, QPointF at) {
-        QMouseEvent move(QEvent::MouseMove, at, widget->mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(widget, &move);
-    }
 
 private slots:
     void init() {
@@ -58,47 +53,6 @@ private slots:
         QTest::keyClick(m_form.get(), Qt::Key(key));
         QVERIFY(!m_form->isVisible());
         QVERIFY(m_shell.opened.empty());
-    }
-
-    void isBorderlessWithItsControls() {
-        QCOMPARE(m_form->objectName(), QStringLiteral("FormVendrako"));
-        QVERIFY(m_form->windowFlags().testFlag(Qt::FramelessWindowHint));
-        for (const char* name : {"imgLogo", "lblMas", "lblMail", "lblURL", "Line1", "Line2"}) {
-            QVERIFY2(m_form->findChild<QWidget*>(QString::fromLatin1(name)) != nullptr, name);
-        }
-        QVERIFY(!label("imgLogo")->pixmap().isNull());
-    }
-
-    void addressesOpenAndKeepTheBox() {
-        showForm();
-        QTest::mouseClick(label("lblMail"), Qt::LeftButton);
-        QTest::mouseClick(label("lblURL"), Qt::LeftButton);
-        QCOMPARE(m_shell.opened.size(), size_t(2));
-        QCOMPARE(QString::fromStdString(m_shell.opened[0]),
-                 QStringLiteral("mailto:") + label("lblMail")->text() + QStringLiteral(" | /opt/vt/"));
-        QCOMPARE(QString::fromStdString(m_shell.opened[1]),
-                 QStringLiteral("http://") + label("lblURL")->text() + QStringLiteral(" | /opt/vt/"));
-        QVERIFY(m_form->isVisible());
-    }
-
-    void logoClickCloses() {
-        showForm();
-        QTest::mouseClick(label("imgLogo"), Qt::LeftButton);
-        QVERIFY(!m_form->isVisible());
-    }
-
-    void hoverUnderlinesOneAddress() {
-        showForm();
-        // Which of the two addresses shows underlined.
-        const auto underlined = [this] {
-            return QList<bool>{label("lblMail")->font().underline(), label("lblURL")->font().underline()};
-        };
-        moveOver(label("lblMail"), QPointF(2, 2));
-        QCOMPARE(underlined(), (QList<bool>{true, false}));
-        moveOver(label("lblURL"), QPointF(2, 2));
-        QCOMPARE(underlined(), (QList<bool>{false, true}));
-        moveOver(m_form.get(), QPointF(1, 1));
-        QCOMPARE(underlined(), (QList<bool>{false, false}));
     }
 
     void placedInsideTheScreen_data() {

@@ -61,28 +61,6 @@ private slots:
         QVERIFY(control(u"txtFecha"_s)->hasFocus());
     }
 
-    void enterAcceptsWhatWasTyped() {
-        open(AlarmForm{});
-        QTest::keyClicks(control(u"txtFecha"_s), u"200324"_s);
-        m_dialog->findChild<QComboBox*>(u"cboCada"_s)->setCurrentIndex(6);
-        QVERIFY(FocusOn(control(u"txtTexto"_s)));
-        QTest::keyClicks(control(u"txtTexto"_s), u"!Aniversario, boda"_s);
-        QVERIFY(FocusOn(control(u"txtHora"_s)));
-        QTest::keyClicks(control(u"txtHora"_s), u"745"_s);
-
-        // Enter from the time box still being typed: the short forms are converted on accepting.
-        QTest::keyClick(control(u"txtHora"_s), Qt::Key_Return);
-
-        QVERIFY(!m_dialog->isVisible());
-        QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
-        QCOMPARE(m_dialog->action(), EditorAction::Save);
-        const AlarmForm& taken = m_dialog->form();
-        QCOMPARE((QStringList{QString::fromStdString(taken.fecha), QString::fromStdString(taken.hora),
-                              QString::number(taken.cada), QString::fromStdString(taken.texto)}),
-                 (QStringList{"20/03/2024", "07:45", "6", "!Aniversario, boda"}));
-        QVERIFY(m_dialogs.Shown().empty());
-    }
-
     // The dialog sees Escape and F1 before its controls; closing is no leaving of the box, so
     // nothing is checked on the way out. "Borrar" asks first.
     void keysAndButtons_data() {
@@ -122,47 +100,6 @@ private slots:
         if (control != u"cmdBorrar"_s && key != Qt::Key_Escape) {
             QCOMPARE(m_dialogs.Shown()[0].text, vt::TextoAyuda("ALA"));
         }
-    }
-
-    void leavingTheDateConvertsIt() {
-        open(AlarmForm{});
-        QTest::keyClicks(control(u"txtFecha"_s), u"150324"_s);
-        QTest::keyClick(control(u"txtFecha"_s), Qt::Key_Tab);
-
-        QTRY_VERIFY(control(u"txtHora"_s)->hasFocus());
-        QCOMPARE(text(u"txtFecha"_s), u"15/03/2024"_s);
-    }
-
-    // Enter is pressed in another box than the one refused, so that the focus has to move. The
-    // time is checked against the clock when Enter is pressed, not when the dialog opened.
-    void refusalFocusesItsBox_data() {
-        QTest::addColumn<AlarmForm>("form");
-        QTest::addColumn<int>("minutesLater");
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("focus");
-        QTest::newRow("empty date") << AlarmForm{"", "10:30", 0, "X", false} << 0 << u"txtTexto"_s << u"txtFecha"_s;
-        QTest::newRow("time passed since opening")
-            << AlarmForm{"18/03/2024", "10:31", 0, "X", false} << 2 << u"txtTexto"_s << u"txtHora"_s;
-        QTest::newRow("no choice") << AlarmForm{"20/03/2024", "10:30", -1, "X", false} << 0 << u"txtTexto"_s
-                                   << u"cboCada"_s;
-        QTest::newRow("empty text") << AlarmForm{"20/03/2024", "10:30", 0, "", false} << 0 << u"txtFecha"_s
-                                    << u"txtTexto"_s;
-    }
-    void refusalFocusesItsBox() {
-        QFETCH(AlarmForm, form);
-        QFETCH(int, minutesLater);
-        QFETCH(QString, from);
-        QFETCH(QString, focus);
-        open(form);
-        m_clock.AdvanceMinutes(minutesLater);
-        QVERIFY(FocusOn(control(from)));
-
-        QTest::keyClick(control(from), Qt::Key_Return);
-
-        QVERIFY(m_dialog->isVisible());
-        QCOMPARE(m_dialogs.Shown().size(), size_t{1});
-        QTRY_VERIFY(control(focus)->hasFocus());
-        QCOMPARE(m_dialog->action(), EditorAction::Cancel);
     }
 
     // The modal entry point hands back what was saved.

@@ -88,30 +88,6 @@ private slots:
         QVERIFY(m_dialogs.Shown().empty());
     }
 
-    // The Sunday row's refusal keeps the dialog open, the focus in its box and every row
-    // unchanged. An emptied box is refused too: a day always has hours to work.
-    void refusedTimeKeepsTheDialogOpen_data() {
-        QTest::addColumn<QString>("typed");
-        QTest::newRow("no time of day") << u"2500"_s;
-        QTest::newRow("emptied") << QString();
-    }
-    void refusedTimeKeepsTheDialogOpen() {
-        QFETCH(QString, typed);
-        vt::TimeBox* sunday = m_dialog->txtHora(6);
-        QVERIFY(FocusOn(sunday));
-        QTest::keyClick(sunday, Qt::Key_Backspace);  // the box selects its digits on entry
-        QTest::keyClicks(sunday, typed);
-
-        QTest::keyClick(sunday, Qt::Key_Return);
-        QCoreApplication::processEvents();
-
-        QVERIFY(m_dialog->isVisible());
-        QCOMPARE(m_dialogs.Texts(), std::vector<std::string>{"Formato no válido."});
-        QCOMPARE(m_dialogs.Shown()[0].icon, vt::MsgIcon::Exclamation);
-        QTRY_VERIFY(sunday->hasFocus());
-        QCOMPARE(sunday->text(), typed);
-        QCOMPARE(m_dialog->dayHours(), kHours);
-    }
 };
 
 QTEST_MAIN(ConfigDialogTest)

@@ -85,23 +85,6 @@ private slots:
         m_rig.reset();
     }
 
-    // The busy pointer shows over the program's windows only; nested stretches undo in order.
-    void busyPointerOnlyWhileAWindowIsShown() {
-        QWidget trayLike;  // a window of the program's that is neither the main window nor a dialog
-        trayLike.show();
-        m_window->SetBusyPointer(true);  // nothing of the main window's on the screen yet
-        QVERIFY(QApplication::overrideCursor() == nullptr);
-        QVERIFY(vt::test::ShowActive(*m_window));
-        m_window->SetBusyPointer(true);
-        QVERIFY(QApplication::overrideCursor() != nullptr);
-        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-        m_window->SetBusyPointer(false);
-        QVERIFY(QApplication::overrideCursor() == nullptr);
-        m_window->SetBusyPointer(false);  // the stretch begun before the window: nothing to undo
-        m_window->SetBusyPointer(false);  // one too many is harmless
-        QVERIFY(QApplication::overrideCursor() == nullptr);
-    }
-
     // Every menu as later features will find it; only "Configuración" works so far.
     void menus() {
         QStringList bar;
@@ -130,34 +113,6 @@ private slots:
         QCOMPARE(MenuRows(*m_window->menu(u"mnuPopUp"_s)),
                  (QStringList{"mnuPopUpRepeticion=Añadir Repetición+", "mnuPopUpAlarma=Añadir Alarma+", "-",
                               "mnuPopUpDetalle=(...)"}));
-    }
-
-    void startFillsTheWindowAndTheTimerFollows_data() {
-        QTest::addColumn<QString>("dateFormat");
-        QTest::addColumn<bool>("started");
-        QTest::newRow("start went through") << "dd/MM/yyyy" << true;
-        QTest::newRow("start stopped at the date check") << "M/d/yy" << false;
-    }
-    void startFillsTheWindowAndTheTimerFollows() {
-        QFETCH(QString, dateFormat);
-        QFETCH(bool, started);
-        m_rig->locale.format = dateFormat.toStdString();
-
-        QCOMPARE(m_rig->start(SettingsFile("P", "08:00", "14:00", "15:30")), started);
-        m_window->startMainTimer();
-
-        QCOMPARE(m_rig->mainTimer()->isActive(), started);
-        if (started) {
-            QCOMPARE(m_rig->mainTimer()->interval(), 1000);
-            // The title, the departure time, the status line, then each box as shown/stored.
-            QStringList shown{m_window->windowTitle(), m_window->findChild<QLabel*>(u"lblSalida"_s)->text(),
-                              m_window->statusLine()};
-            for (int index = 0; index < 3; ++index) {
-                shown << m_window->txtHora(index)->text() + u'/' + m_window->txtHora(index)->storedValue();
-            }
-            QCOMPARE(shown, (QStringList{"VendrakoTimer 3.52", "17:30", "Hora de salida: 17:30", "08:00/08:00",
-                                         "14:00/14:00", "15:30/15:30"}));
-        }
     }
 
     // The closing steps (seen by the backup they make) run once, however the program ends, and
@@ -215,137 +170,6 @@ private slots:
         QCOMPARE(ended.constLast().at(0).toInt(), status);
     }
 
-    void leavingABoxWithTabStoresItsTime_data() {
-        QTest::addColumn<int>("box");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("stored");  // the line the settings file must then hold
-        QTest::addColumn<QString>("departure");
-        QTest::newRow("Entrada 2 completes the day") << 2 << u"1530"_s << u"ENTRADA2=15:30"_s << u"17:30"_s;
-        QTest::newRow("Entrada 1") << 0 << u"745"_s << u"ENTRADA1=07:45"_s << u"..."_s;
-    }
-    void leavingABoxWithTabStoresItsTime() {
-        QFETCH(int, box);
-        QFETCH(QString, typed);
-        QFETCH(QString, stored);
-        QFETCH(QString, departure);
-        startShown(SettingsFile("P", "08:00", "14:00", ""));
-        QVERIFY(FocusOn(m_window->txtHora(box)));
-
-        QTest::keyClicks(m_window->txtHora(box), typed);
-        QTest::keyClick(m_window->txtHora(box), Qt::Key_Tab);
-
-        QVERIFY(m_rig->settingsOnDisk().contains(stored + u"\r\n"_s));
-        QCOMPARE(m_window->lblSalida()->text(), departure);
-        // The box goes back to this time on Escape from now on.
-        QCOMPARE(m_window->txtHora(box)->storedValue(), stored.section(u'=', 1));
-    }
-
-    // Another window of the program taking the focus is leaving the box too: App is told what it
-    // holds (here emptied, and so stored); the box keeps the window's focus for the user's return.
-    void goingToAnotherWindowIsLeavingTheBox() {
-        startShown(SettingsFile("P", "08:00", "14:00", ""));
-        QVERIFY(FocusOn(m_window->txtHora(1)));
-        QTest::keyClick(m_window->txtHora(1), Qt::Key_Backspace);  // the digits are selected on entering
-
-        QWidget other;
-        auto* field = new QLineEdit(&other);
-        QVERIFY(vt::test::ShowActive(other));
-        QTRY_VERIFY(field->hasFocus());
-        QCoreApplication::processEvents();
-
-        QVERIFY(field->hasFocus());
-        QVERIFY(m_rig->settingsOnDisk().contains(u"SALIDA1=\r\n"_s));
-        QCOMPARE(m_window->focusWidget(), m_window->txtHora(1));
-    }
-
-    // On a continuous day the afternoon boxes are out of reach, Tab included.
-    void afternoonBoxesAreLockedOnAContinuousDay() {
-        startShown(SettingsFile("C", "08:00", "", ""));
-
-        for (int index : {1, 2}) {
-            QVERIFY(m_window->txtHora(index)->isReadOnly());
-            QCOMPARE(m_window->txtHora(index)->focusPolicy(), Qt::NoFocus);
-        }
-        QVERIFY(FocusOn(m_window->txtHora(0)));
-        QTest::keyClick(m_window->txtHora(0), Qt::Key_Tab);
-        QVERIFY(!m_window->txtHora(1)->hasFocus());
-    }
-
-    // "Configuración" opens the schedule over the window; what is accepted there is stored and
-    // today's boxes follow it: unticking every day turns today into a split day.
-    void configurationOpensTheScheduleAndAppliesIt() {
-        startShown(SettingsFile("C", "08:00", "", ""));
-        QVERIFY(FocusOn(m_window->txtHora(0)));
-        QString shown;
-        vt::test::WhenModal<vt::FrmConfig>([&shown](vt::FrmConfig& dialog) {
-            shown = dialog.windowTitle() + u' ' + dialog.txtHora(1)->text();
-            for (int row = 0; row < 7; ++row) {
-                dialog.chkContinua(row)->setChecked(false);
-            }
-            QTest::keyClick(&dialog, Qt::Key_Return);
-        });
-
-        m_window->menuItem(u"mnuConfig"_s)->trigger();
-
-        QCOMPARE(shown, u"Configuración 08:00"_s);
-        QVERIFY(m_rig->settingsOnDisk().contains(u"MARTES=08:00|P\r\n"_s));
-        QVERIFY(!m_window->txtHora(1)->isReadOnly());
-        QCOMPARE(m_window->txtHora(1)->focusPolicy(), Qt::StrongFocus);
-        // "Entrada 1" kept the focus: the refresh showed its time as the digits being edited.
-        QCOMPARE(m_window->focusWidget(), m_window->txtHora(0));
-        QCOMPARE(m_window->txtHora(0)->text(), u"0800"_s);
-    }
-
-    // A typed or stored text reaches the screen as typed, markup and "&" included: what each
-    // widget kind shows, read as Qt reads its text (rich text only when the format says so).
-    void userTextIsShownAsTyped_data() {
-        QTest::addColumn<QString>("widget");
-        QTest::addColumn<QString>("text");
-        for (const QString& widget : {u"message box"_s, u"input box"_s, u"departure label"_s, u"tray tip"_s}) {
-            for (const QString& text : {u"<b>negrita</b>"_s, u"a & b"_s, u"a &lt; b"_s, u"  <i>dos  blancos</i> "_s}) {
-                QTest::addRow("%s: %s", qPrintable(widget), qPrintable(text)) << widget << text;
-            }
-        }
-    }
-    void userTextIsShownAsTyped() {
-        QFETCH(QString, widget);
-        QFETCH(QString, text);
-        const auto shown = [](const QString& held, Qt::TextFormat format) {
-            if (format == Qt::PlainText || (format == Qt::AutoText && !Qt::mightBeRichText(held))) {
-                return held;
-            }
-            QTextDocument document;
-            document.setHtml(held);
-            return document.toPlainText();
-        };
-        QStringList seen;
-        const auto readLabel = [&seen, &shown](QDialog& dialog) {
-            for (const QLabel* label : dialog.findChildren<QLabel*>()) {
-                if (!label->text().isEmpty()) {
-                    seen << shown(label->text(), label->textFormat());
-                }
-            }
-        };
-        const std::string typed = text.toStdString();
-        if (widget == u"message box"_s) {
-            vt::test::WhenModal<QMessageBox>(readLabel);
-            vt::QtDialogs().Show({typed, vt::MsgIcon::Information, vt::MsgButtons::Ok, "Título", {}});
-        } else if (widget == u"input box"_s) {
-            vt::test::WhenModal<QInputDialog>(readLabel);
-            static_cast<void>(vt::QtDialogs().Ask({typed, "Título", ""}));
-        } else if (widget == u"departure label"_s) {
-            m_window->ShowDeparture(typed, typed);
-            for (const char* name : {"lblSalida", "statusLine"}) {
-                const auto* label = m_window->findChild<QLabel*>(QString::fromUtf8(name));
-                seen << shown(label->text(), label->textFormat());
-            }
-        } else {
-            m_rig->tray.setTooltip(text);
-            seen << shown(m_rig->tray.trayIcon()->toolTip(), Qt::AutoText);
-        }
-        QCOMPARE(seen, QStringList(widget == u"departure label"_s ? 2 : 1, text));
-    }
-
     // One item per reminder after the hidden template, "&" shown as itself; a rebuild replaces
     // the items, and "(ninguna)" shows only when there is none. Each item opens its reminder.
     void repetitionMenuIsRebuilt() {
@@ -401,31 +225,6 @@ private slots:
         QCOMPARE(m_seen.size(), 1);
     }
 
-    // While another modal window is open the ticks go on, but a reminder coming due only sets
-    // RepetitionShowing (the tray blinks); its dialog comes once the other one has closed.
-    void aReminderWaitsWhileAnotherDialogIsOpen() {
-        startShown(SettingsFile("P", "08:00", "", "", "REP_001=02/01/2024 09:05 Llamar a Ana\r\n"));
-        answerRemindersWith(u"cmdTiempo(0)"_s);
-        runTicks();
-        bool waited = false;
-        qsizetype askedMeanwhile = 1;
-        QTimer::singleShot(0, [&] {
-            waited = QTest::qWaitFor([this] { return m_rig->app.State().RepetitionShowing; }, 5000);
-            QTest::qWait(30);  // a good many more ticks
-            askedMeanwhile = m_seen.size();
-            if (QDialog* open = OtherOpenDialog()) {
-                open->reject();
-            }
-        });
-        m_rig->clock.AdvanceMinutes(5);  // due from the next tick on
-
-        vt::QtDialogs().Inform("Un aviso cualquiera");
-
-        QVERIFY(waited);
-        QCOMPARE(askedMeanwhile, 0);
-        QTRY_COMPARE(m_seen, QStringList{"02/01/2024 09:05, active, over the window"});
-        QTRY_VERIFY(m_rig->settingsOnDisk().contains(u"REP_001=02/01/2024 09:10 Llamar a Ana\r\n"_s));
-    }
 };
 
 QTEST_MAIN(MainWindowTest)

@@ -37,43 +37,6 @@ private slots:
         m_folder.reset();
     }
 
-    void opensOnTheLogInLastUseOrder() {
-        QCOMPARE((QStringList{m_dialog->objectName(), m_dialog->windowTitle(),
-                              m_dialog->optOrden(0)->objectName() + u'=' + m_dialog->optOrden(0)->text(),
-                              m_dialog->optOrden(1)->objectName() + u'=' + m_dialog->optOrden(1)->text()}),
-                 (QStringList{"frmMarcar", "Tareas", "optOrden(0)=Por último uso.", "optOrden(1)=Por nombre."}));
-        QVERIFY(m_dialog->cboTarea()->isEditable());
-        QVERIFY(m_dialog->optOrden(0)->isChecked());
-        QCOMPARE(listed(), (QStringList{u"Informe"_s, u"Correo"_s}));
-        QCOMPARE(m_dialog->txtLog()->toPlainText(),
-                 u"01/01/2024 08:00:00 Correo\n02/01/2024 08:30:00 informe\n"
-                 u"02/01/2024 09:00:00 Informe\n"_s);
-        QVERIFY(!m_dialog->logChanged());
-
-        QTest::mouseClick(m_dialog->optOrden(1), Qt::LeftButton);
-        QCOMPARE(listed(), (QStringList{u"Correo"_s, u"Informe"_s}));
-        QTest::mouseClick(m_dialog->optOrden(0), Qt::LeftButton);
-        QCOMPARE(listed(), (QStringList{u"Informe"_s, u"Correo"_s}));
-    }
-
-    void enterInTheTaskBoxMarks() {
-        QVERIFY(vt::test::FocusOn(m_dialog->cboTarea()));
-        QTest::keyClicks(m_dialog->cboTarea(), u"   "_s);
-        QTest::keyClick(m_dialog->cboTarea(), Qt::Key_Return);
-        QVERIFY(m_dialog->isVisible());
-        QCOMPARE(m_dialogs->Texts(), std::vector<std::string>{"El nombre de la tarea es obligatorio."});
-
-        // QTest types only plain ASCII; the accented letter goes in as a paste would.
-        QTest::keyClicks(m_dialog->cboTarea(), u"Reuni"_s);
-        m_dialog->cboTarea()->lineEdit()->insert(u"ón "_s);
-        QTest::keyClick(m_dialog->cboTarea(), Qt::Key_Return);
-        QVERIFY(!m_dialog->isVisible());
-        QCOMPARE(m_dialog->result(), int(QDialog::Accepted));
-        QCOMPARE(m_dialog->tareaActual(), std::optional<std::string>("   Reunión "));
-        // The name as typed, blanks kept, in Windows-1252.
-        QVERIFY(m_folder->ReadFile(kLog) == kLines + "02/01/2024 10:15:30    Reuni\xF3n \r\n");
-    }
-
     // Shift+Enter, Ctrl+Enter and Alt+Enter break the line; Enter asks to save; No keeps the
     // dialog and the edits; Yes writes them and the current task follows the log.
     void enterInTheLogSavesAndAModifiedEnterBreaksTheLine_data() {
@@ -106,26 +69,6 @@ private slots:
         QCOMPARE(m_dialog->tareaActual(), std::optional<std::string>("Llamadas"));
         QCOMPARE(logOnDisk(),
                  QString::fromStdString(kLines) + u"02/01/2024 10:00:00 Correo\r\n02/01/2024 10:05:00 Llamadas\r\n"_s);
-    }
-
-    void escapeAsksOnlyAfterAnEdit() {
-        QTest::keyClick(m_dialog->cboTarea(), Qt::Key_Escape);
-        QVERIFY(!m_dialog->isVisible());
-        QVERIFY(m_dialogs->Texts().empty());
-
-        QVERIFY(vt::test::ShowActive(*m_dialog));
-        QVERIFY(vt::test::FocusOn(m_dialog->txtLog()));
-        QTest::keyClicks(m_dialog->txtLog(), u"x"_s);
-        m_dialogs->QueueAnswer(vt::MsgAnswer::No);
-        QTest::keyClick(m_dialog->optOrden(1), Qt::Key_Escape);
-        QVERIFY(m_dialog->isVisible());
-        m_dialogs->QueueAnswer(vt::MsgAnswer::Yes);
-        QTest::keyClick(m_dialog->txtLog(), Qt::Key_Escape);
-        QVERIFY(!m_dialog->isVisible());
-        QCOMPARE(m_dialogs->Texts(),
-                 (std::vector<std::string>{"¿Cancelar los cambios en el Log?", "¿Cancelar los cambios en el Log?"}));
-        QCOMPARE(m_dialog->tareaActual(), std::nullopt);
-        QCOMPARE(logOnDisk(), QString::fromStdString(kLines));
     }
 
     void marcarReturnsTheMarkedTask() {

@@ -48,46 +48,5 @@ TEST(AgregarAListaRules, PlacesOrRefusesTheItem) {
     }
 }
 
-TEST(AgregarALista, AnEmptyVectorGetsItsUnusedSlot) {
-    std::vector<std::string> list;
-    AgregarALista(list, "x", true, true, false);
-    EXPECT_EQ(list, (Items{"", "x"}));
-}
-
-// The binary search must land where the scan from the start would: for any arrival order the
-// list comes out as a stable sort of the items.
-TEST(AgregarALista, SortedListIsAStableSortOfTheArrivals) {
-    std::mt19937 random(7);
-    for (const bool ignore_case : {false, true}) {
-        Items arrivals;
-        std::vector<std::string> list(1);
-        for (int i = 0; i < 300; ++i) {
-            std::string item(1, "aAbBcC"[random() % 6]);
-            item += std::to_string(random() % 3);
-            arrivals.push_back(item + "#" + std::to_string(i));
-            AgregarALista(list, item, true, true, ignore_case);
-        }
-        Items expected;
-        std::stable_sort(arrivals.begin(), arrivals.end(), [&](const std::string& a, const std::string& b) {
-            const std::string ka = a.substr(0, 2), kb = b.substr(0, 2);
-            return ignore_case ? UpperCaseForList(ka) < UpperCaseForList(kb) : ka < kb;
-        });
-        for (const auto& a : arrivals) {
-            expected.push_back(a.substr(0, 2));
-        }
-        EXPECT_EQ(Items(list.begin() + 1, list.end()), expected) << "ignore_case=" << ignore_case;
-    }
-}
-
-TEST(UpperCaseForList, RaisesAsciiAndWindowsLatinLettersOnly) {
-    EXPECT_EQ(UpperCaseForList("año ÿ š ž œ ß ÷ 1a"), "AÑO Ÿ Š Ž Œ ß ÷ 1A");
-    EXPECT_EQ(UpperCaseForList(std::string("a\xFF"
-                                           "b",
-                                           3)),
-              std::string("A\xFF"
-                          "B",
-                          3));
-}
-
 }  // namespace
 }  // namespace vt

@@ -16,8 +16,6 @@ public:
         now_ = MakeDateTime(MakeDate(day, month, year), hour, minute, second);
     }
     void AdvanceSeconds(int n) { now_ += std::chrono::seconds{n}; }
-    void AdvanceMinutes(int n) { now_ += std::chrono::minutes{n}; }
-    void AdvanceDays(int n) { now_ += std::chrono::days{n}; }
 
 private:
     DateTime now_;

@@ -33,56 +33,10 @@ protected:
     }
 };
 
-TEST_F(MarkTask, WritesTheNameWithItsBlanksAfterTheTimeStamp) {
-    folder.WriteFile(kLog, "01/01/2024 17:00:00 Ayer\r\n");
-    EXPECT_EQ(Mark("  Correo  "), "  Correo  ");
-    EXPECT_EQ(folder.ReadFile(kLog), "01/01/2024 17:00:00 Ayer\r\n02/01/2024 09:05:07   Correo  \r\n");
-    EXPECT_TRUE(dialogs.Shown().empty());
-    EXPECT_EQ(busy.calls, (std::vector<bool>{true, false}));
-}
-
 TEST_F(MarkTask, CreatesTheLogInWindows1252) {
     EXPECT_EQ(Mark("Reunión"), "Reunión");
     EXPECT_EQ(folder.ReadFile(kLog), "02/01/2024 09:05:07 Reuni\xF3n\r\n");
     EXPECT_EQ(UltimaTareaDeHoy(folder.Paths(), clock), "Reunión");
-}
-
-TEST_F(MarkTask, RefusesABlankName) {
-    for (const std::string typed : {"", "   "}) {
-        dialogs.Forget();
-        EXPECT_EQ(Mark(typed), std::nullopt);
-        ASSERT_EQ(dialogs.Shown().size(), 1U);
-        const MessageBox& box = dialogs.Shown()[0];
-        EXPECT_EQ(std::tie(box.text, box.icon, box.buttons),
-                  std::tuple("El nombre de la tarea es obligatorio.", MsgIcon::Exclamation, MsgButtons::Ok));
-    }
-    EXPECT_FALSE(folder.Exists(kLog));
-}
-
-TEST_F(MarkTask, SaysSoWhenTheLineCannotBeWritten) {
-    folder.WriteFile("LOG/TAREAS.LOG/blocked", "");  // a folder where the log should be
-    EXPECT_EQ(Mark("Correo"), std::nullopt);
-    ASSERT_EQ(dialogs.Shown().size(), 1U);
-    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
-    EXPECT_NE(dialogs.Shown()[0].text.find("TAREAS.LOG"), std::string::npos);
-}
-
-TEST_F(MarkTask, CurrentTaskIsTheLastOfToday) {
-    EXPECT_EQ(UltimaTareaDeHoy(folder.Paths(), clock), "");
-    folder.WriteFile(kLog,
-                     "02/01/2024 08:00:00 Correo\r\n02/01/2024 10:00:00  Informe \r\n01/01/2024 18:00:00 Ayer\r\n");
-    EXPECT_EQ(UltimaTareaDeHoy(folder.Paths(), clock), " Informe ");
-    clock.AdvanceDays(1);
-    EXPECT_EQ(UltimaTareaDeHoy(folder.Paths(), clock), "");
-}
-
-TEST(TaskLogLines, SplitAtCrLfOrLf) {
-    EXPECT_EQ(SplitLogLines("a\r\nb\nc\r\n"), (std::vector<std::string>{"a", "b", "c"}));
-    EXPECT_EQ(SplitLogLines("a\r\n\r\nb"), (std::vector<std::string>{"a", "", "b"}));
-    EXPECT_EQ(SplitLogLines("a\rb"), (std::vector<std::string>{"a\rb"}));
-    EXPECT_TRUE(SplitLogLines("").empty());
-    EXPECT_EQ(TaskNameOf("02/01/2024 08:00:00 "), "");
-    EXPECT_EQ(TaskNameOf("02/01/2024 08:00:00 x"), "x");
 }
 
 // Used, oldest first: A, b, a, C.
@@ -133,67 +87,6 @@ TEST(EditedLogCheck, FindsTheFirstOffendingLine) {
             EXPECT_EQ(problem->ending, ending) << name;
         }
     }
-}
-
-TEST_F(MarkTask, UnchangedLogJustCloses) {
-    folder.WriteFile(kLog, kTwoLines);
-    const LogSave save = Save("basura", false);
-    EXPECT_EQ(std::tie(save.close, save.tarea_actual), std::tuple(true, std::optional<std::string>()));
-    EXPECT_TRUE(dialogs.Shown().empty());
-    EXPECT_EQ(folder.ReadFile(kLog), kTwoLines);
-}
-
-TEST_F(MarkTask, BadLineIsShownAndNothingIsWritten) {
-    folder.WriteFile(kLog, kTwoLines);
-    const LogSave save = Save("02/01/2024 10:00:00 B\n02/01/2024 09:00:00 A\n");
-    EXPECT_FALSE(save.close);
-    ASSERT_EQ(dialogs.Shown().size(), 1U);
-    const MessageBox& box = dialogs.Shown()[0];
-    EXPECT_EQ(std::tie(box.text, box.title, box.icon),
-              std::tuple("02/01/2024 09:00:00 A\r\n\r\n(Las fechas deben ser consecutivas)", "Formato incorrecto",
-                         MsgIcon::Exclamation));
-    EXPECT_EQ(folder.ReadFile(kLog), kTwoLines);
-}
-
-TEST_F(MarkTask, NoToTheSaveQuestionWritesNothing) {
-    folder.WriteFile(kLog, kTwoLines);
-    dialogs.QueueAnswer(MsgAnswer::No);
-    const LogSave save = Save("02/01/2024 08:00:00 Correo\n");
-    EXPECT_FALSE(save.close);
-    ASSERT_EQ(dialogs.Shown().size(), 1U);
-    const MessageBox& box = dialogs.Shown()[0];
-    EXPECT_EQ(std::tie(box.text, box.icon, box.buttons, box.default_answer),
-              std::tuple("¿Guardar los cambios en del Log?", MsgIcon::Question, MsgButtons::YesNo, MsgAnswer::No));
-    EXPECT_EQ(folder.ReadFile(kLog), kTwoLines);
-}
-
-TEST_F(MarkTask, SavedLogLosesBlankLinesAndOuterBlanks) {
-    folder.WriteFile(kLog, kTwoLines);
-    dialogs.QueueAnswer(MsgAnswer::Yes);
-    const LogSave save = Save("\n  02/01/2024 08:00:00 Correo  \n\n   \n02/01/2024 08:30:00 Reunión\n");
-    EXPECT_EQ(std::tie(save.close, save.tarea_actual), std::tuple(true, "Reunión"));
-    EXPECT_EQ(folder.ReadFile(kLog), "02/01/2024 08:00:00 Correo\r\n02/01/2024 08:30:00 Reuni\xF3n\r\n");
-    EXPECT_EQ(busy.calls, (std::vector<bool>{true, false}));
-}
-
-TEST_F(MarkTask, SavedLogWithoutTodayClearsTheCurrentTask) {
-    dialogs.QueueAnswer(MsgAnswer::Yes);
-    const LogSave save = Save("01/01/2024 08:00:00 Ayer\n");
-    EXPECT_EQ(std::tie(save.close, save.tarea_actual), std::tuple(true, ""));
-}
-
-TEST_F(MarkTask, EscapeAsksOnlyWhenChanged) {
-    EXPECT_TRUE(CancelarLog(dialogs, false));
-    EXPECT_TRUE(dialogs.Shown().empty());
-
-    dialogs.QueueAnswer(MsgAnswer::No);
-    EXPECT_FALSE(CancelarLog(dialogs, true));
-    dialogs.QueueAnswer(MsgAnswer::Yes);
-    EXPECT_TRUE(CancelarLog(dialogs, true));
-    ASSERT_EQ(dialogs.Shown().size(), 2U);
-    const MessageBox& box = dialogs.Shown()[0];
-    EXPECT_EQ(std::tie(box.text, box.icon, box.buttons, box.default_answer),
-              std::tuple("¿Cancelar los cambios en el Log?", MsgIcon::Question, MsgButtons::YesNo, MsgAnswer::No));
 }
 
 }  // namespace

@@ -21,42 +21,6 @@ DateTime At(int hour, int minute, int second = 0) {
     return MakeDateTime(MakeDate(2, 1, 2024), hour, minute, second);
 }
 
-TEST(TaskSummary, GivesTheWholeTextOfTheExampleDay) {
-    test::TempAppFolder folder;
-    folder.WriteFile("LOG/TAREAS.LOG",
-                     "01/01/2024 09:00:00 Ayer\r\n02/01/2024 08:10:00 Correo\r\n02/01/2024 16:00:00 Informe\r\n");
-    test::FakeClock clock(At(17, 30));
-
-    const MessageBox box = ResumenTareas(folder.Paths(), clock, {"08:00", "14:00", "15:00"});
-
-    EXPECT_EQ(box.text,
-              "FICHAJES:\r\n08:00:00 [entrada]\r\n08:10:00 Correo\r\n14:00:00 [break]\r\n15:00:00 Correo\r\n"
-              "16:00:00 Informe\r\n17:30:00 [final]\r\n\r\nTOTALES: \r\n[entrada] - 00:10:00\r\n"
-              "Correo - 06:50:00\r\n[break] - 01:00:00\r\nInforme - 01:30:00\r\n" +
-                  kBlanks);
-    EXPECT_EQ(std::tie(box.icon, box.buttons, box.title), std::tuple(MsgIcon::Information, MsgButtons::Ok, ""));
-}
-
-TEST(TaskSummary, WithoutALogCountsTheTimeSinceTheEntry) {
-    test::TempAppFolder folder;
-    test::FakeClock clock(At(9, 15, 30));
-    EXPECT_EQ(
-        ResumenTareas(folder.Paths(), clock, {"08:00", "", ""}).text,
-        "FICHAJES:\r\n08:00:00 [entrada]\r\n09:15:30 [final]\r\n\r\nTOTALES: \r\n[entrada] - 01:15:30\r\n" + kBlanks);
-}
-
-TEST(TaskSummary, AddEventClosesTheOpenEventAndOpensTheNext) {
-    std::vector<SummaryEvent> events;
-    std::string text = "FICHAJES:";
-    AgregarEventoResumen(events, text, "08:00:00", "[entrada]", false);
-    AgregarEventoResumen(events, text, "09:00:00", "Correo", false);
-    AgregarEventoResumen(events, text, "10:00:00", "[final]", true);
-    EXPECT_EQ(text, "FICHAJES:\r\n08:00:00 [entrada]\r\n09:00:00 Correo\r\n10:00:00 [final]");
-    ASSERT_EQ(events.size(), 2U);
-    EXPECT_EQ(std::tie(events[0].end, events[1].start, events[1].end, events[1].label),
-              std::tuple("09:00:00", "09:00:00", "10:00:00", "Correo"));
-}
-
 struct SummaryCase {
     const char* name;
     ClockInTexts clock_ins;

@@ -18,19 +18,6 @@ protected:
     }
 };
 
-TEST_F(TasksAppTest, TheCurrentTaskIsTodaysLastMarkAndAMarkReplacesIt) {
-    ASSERT_EQ(Start(), Outcome::Continue);
-    EXPECT_EQ(app->State().TareaActual, "Revisión");
-    view.marked_task = "Informe";
-    app->MarkTask();
-    EXPECT_EQ(app->State().TareaActual, "Informe");
-    view.marked_task.reset();  // closed without marking
-    app->MarkTask();
-    EXPECT_EQ(app->State().TareaActual, "Informe");
-    EXPECT_EQ(view.tasks_opened, 2);
-    EXPECT_TRUE(app->State().ClockInBoxesActive);
-}
-
 // The boxes as they stand, not the stored clock-ins: the typed entry time opens the summary.
 TEST_F(TasksAppTest, TheSummaryIsShownFromTheBoxesAsTheyStand) {
     ASSERT_EQ(Start(), Outcome::Continue);

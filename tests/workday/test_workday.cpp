@@ -32,63 +32,7 @@ protected:
     const DateTime now = MakeDateTime(MakeDate(6, 3, 2024), 8, 12, 40);
 };
 
-class StoredWorkDate : public WorkdayTest,
-                       public ::testing::WithParamInterface<std::pair<std::string_view, std::string_view>> {};
-
-// Any other stored date, readable or not, starts today with the arrival and an empty afternoon;
-// a restart on the same day keeps the clock-ins.
-TEST_P(StoredWorkDate, DecidesWhetherTheDayStartsAfresh) {
-    state.settings.WorkDate = GetParam().first;
-    SettleWorkDate(state, now);
-    EXPECT_EQ(Today(), GetParam().second);
-}
-
 constexpr const char* kFresh = "06-03-24 08:12-- 07:30|P";
-INSTANTIATE_TEST_SUITE_P(Dates, StoredWorkDate,
-                         ::testing::Values(std::pair{"05-03-24", kFresh}, std::pair{"", kFresh},
-                                           std::pair{"garbage", kFresh}, std::pair{"31-02-24", kFresh},
-                                           std::pair{"06-03-24", "06-03-24 07:00-13:00-14:00 07:30|P"}));
-
-TEST_F(WorkdayTest, TheClockInErrorIsShownOnceUntilItsFlagIsCleared) {
-    state.TodayHours = "08:00";
-    state.TodayMode = "P";
-    state.settings.Entrada1 = "";  // leaving with no arrival before it
-    UpdateDeparture(state, 600, dialogs);
-    UpdateDeparture(state, 601, dialogs);
-    ASSERT_EQ(dialogs.Texts(), std::vector<std::string>{"Hay errores en los fichajes. Revisa que:\r\n\r\n - Todos los "
-                                                        "fichajes sean consecutivos.\r\n - No haya fichajes "
-                                                        "intermedios vacíos."});
-    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Exclamation);
-    EXPECT_EQ(state.DepartureStage, 0);
-    EXPECT_EQ(state.DepartureLabel, "(Error. Revisa los fichajes.)");
-    EXPECT_EQ(state.StatusText, "Error en configuración. Revise los fichajes.");
-    state.ClockInErrorReported = false;
-    UpdateDeparture(state, 602, dialogs);
-    EXPECT_EQ(dialogs.Shown().size(), 2u);
-}
-
-// A day made continuous clears the afternoon, with a word only when there was one to clear.
-TEST_F(WorkdayTest, AScheduleMadeContinuousClearsTheAfternoon) {
-    state.settings.WorkDate = "06-03-24";
-    state.settings.Entrada2 = "";
-    ApplyScheduleToToday(state, dialogs);  // still split: the afternoon stays
-    EXPECT_EQ(Today(), "06-03-24 07:00-13:00- 07:30|P");
-    EXPECT_TRUE(dialogs.Shown().empty());
-    state.settings.DayMode[3] = "C";
-    ApplyScheduleToToday(state, dialogs);
-    EXPECT_EQ(Today(), "06-03-24 07:00-- 07:30|C");
-    ASSERT_EQ(dialogs.Texts(),
-              std::vector<std::string>{"Has cambiado a jornada continua.\r\nSe borrarán los fichajes de la tarde."});
-    EXPECT_EQ(dialogs.Shown()[0].icon, MsgIcon::Information);
-    ApplyScheduleToToday(state, dialogs);  // nothing left to clear: not a word
-    EXPECT_EQ(dialogs.Shown().size(), 1u);
-}
-
-TEST(Workday, WeekdayNamesStartOnMonday) {
-    EXPECT_EQ(WeekdayName(MakeDate(4, 3, 2024)), "Lunes");
-    EXPECT_EQ(WeekdayName(MakeDate(6, 3, 2024)), "Miércoles");
-    EXPECT_EQ(WeekdayName(MakeDate(10, 3, 2024)), "Domingo");
-}
 
 // ---- the departure -------------------------------------------------------------------------
 
@@ -152,23 +96,6 @@ INSTANTIATE_TEST_SUITE_P(
                       DayCase{{"08:00", "P", "08:00", "14:00", ""}, At(10, 0), "...", 4},
                       DayCase{{"08:00", "X", "08:00", "", ""}, At(10, 0), "...", 3},
                       DayCase{{"08:00", "P", "", "14:00", ""}, At(10, 0), "(Error. Revisa los fichajes.)", 0}));
-
-// The first problem in pair order; an equal time is fine.
-TEST(ClockInCheck, FindsTheFirstProblemInPairOrder) {
-    const auto problem = [](const char* e1, const char* s1, const char* e2) {
-        return ClockInsProblem(e1, s1, e2).value_or("none");
-    };
-    const std::string empty = "No puede haber fichajes intermedios vacíos.";
-    const std::string order = "Las horas deben ser consecutivas.";
-    EXPECT_EQ(problem("", "", ""), "none");
-    EXPECT_EQ(problem("08:00", "14:00", "14:00"), "none");
-    EXPECT_EQ(problem("08:00", "08:00", ""), "none");
-    EXPECT_EQ(problem("", "14:00", ""), empty);
-    EXPECT_EQ(problem("08:00", "", "15:00"), empty);
-    EXPECT_EQ(problem("09:00", "08:00", ""), order);
-    EXPECT_EQ(problem("08:00", "14:00", "13:59"), order);
-    EXPECT_EQ(problem("", "14:00", "13:00"), empty);
-}
 
 }  // namespace
 }  // namespace vt

@@ -7,6 +7,7 @@
 #include "ical/exportar_ics_command.h"
 #include "ical/ics_export.h"
 #include "ical/ics_import.h"
+#include "store/text_file.h"
 #include "temp_app_folder.h"
 
 namespace vt {
@@ -64,145 +65,39 @@ TEST(IcsRoundTrip, EveryRepeatChoiceComesBackByteForByte) {
     }
 }
 
-// Files as other programs write them, and files that are no calendar at all.
+// Files as other programs write them, and files that are no calendar at all: the cases are
+// in a data file, each with the plan its import must give.
 TEST(IcsImport, TakesWhatItCanAndSaysWhatItCannot) {
-    const std::string head = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//t//t//ES\r\n";
-    const std::string tail = "END:VCALENDAR\r\n";
-    const auto event = [](const std::string& body) { return "BEGIN:VEVENT\r\nUID:x\r\n" + body + "END:VEVENT\r\n"; };
-    const struct {
-        const char* name;
-        std::string text;
+    std::istringstream cases(ReadWholeFile(VT_TEST_DATA "ical/import_cases.txt").bytes);
+    std::string line;
+    std::getline(cases, line, '=');  // the explanation before the first case
+    while (std::getline(cases, line) && line.starts_with("== ")) {
+        std::istringstream header(line.substr(3));
+        std::string name;
+        int calendar = 0;
+        std::size_t simplified = 0;
+        std::size_t unreadable = 0;
+        int past = 0;
+        header >> name >> calendar >> simplified >> unreadable >> past;
+        SCOPED_TRACE(name);
         std::vector<std::string> alarms;
-        std::size_t simplified;
-        std::size_t unreadable;
-        int past;
-        bool calendar;
-    } cases[] = {
-        {"NotACalendar", "Hola, esto no es un calendario.", {}, 0, 0, 0, false},
-        {"Empty", "", {}, 0, 0, 0, false},
-        {"OnlyTheHeader", "BEGIN:VCALENDAR", {}, 0, 0, 0, true},
-        {"AllDayInUtcFile",
-         head + event("DTSTART;VALUE=DATE:20240120\r\nSUMMARY:Cumple\r\n") + tail,
-         {"20/01/2024 00:00 00 D 14 0 Cumple"},
-         0,
-         0,
-         0,
-         true},
-        {"UtcTimeMovesToLocal",
-         head + event("DTSTART:20240120T100000Z\r\nSUMMARY:Vuelo\r\nPRIORITY:3\r\n") + tail,
-         {"20/01/2024 11:00 00 D 14 1 Vuelo"},
-         0,
-         0,
-         0,
-         true},
-        {"NewYorkTime",
-         head + event("DTSTART;TZID=America/New_York:20240120T100000\r\nSUMMARY:Call\r\n") + tail,
-         {"20/01/2024 16:00 00 D 14 0 Call"},
-         0,
-         0,
-         0,
-         true},
-        {"UnknownZone",
-         head + event("DTSTART;TZID=Mars/Olympus:20240120T100000\r\nSUMMARY:Marte\r\n") + tail,
-         {},
-         0,
-         1,
-         0,
-         true},
-        {"NoStart", head + event("SUMMARY:Nada\r\n") + tail, {}, 0, 1, 0, true},
-        {"Past", head + event("DTSTART:20200101T100000\r\nSUMMARY:Viejo\r\n") + tail, {}, 0, 0, 1, true},
-        {"EveryDayIsNotTheWorkingDayChoice",
-         head + event("DTSTART:20230102T090000\r\nRRULE:FREQ=DAILY\r\nSUMMARY:Pastilla\r\n") + tail,
-         {"10/01/2024 09:00 00 D 14 0 Pastilla"},
-         1,
-         0,
-         0,
-         true},
-        {"EndlessHourlyRule",
-         head + event("DTSTART:20231201T000000\r\nRRULE:FREQ=HOURLY;INTERVAL=7\r\nSUMMARY:Tic\r\n") + tail,
-         {"10/01/2024 13:00 00 D 14 0 Tic"},
-         1,
-         0,
-         0,
-         true},
-        {"EveryMinuteSince1970",
-         head + event("DTSTART:19700101T000000\r\nRRULE:FREQ=MINUTELY\r\nSUMMARY:Tic\r\n") + tail,
-         {"10/01/2024 08:00 00 D 14 0 Tic"},
-         1,
-         0,
-         0,
-         true},
-        {"CountedEveryMinuteSince1970IsGivenUp",
-         head + event("DTSTART:19700101T000000\r\nRRULE:FREQ=MINUTELY;COUNT=999999999\r\nSUMMARY:Tic\r\n") + tail,
-         {},
-         0,
-         1,
-         0,
-         true},
-        {"CountedRuleIsSimplified",
-         head + event("DTSTART:20240108T100000\r\nRRULE:FREQ=WEEKLY;COUNT=3\r\nSUMMARY:Curso\r\n") + tail,
-         {"15/01/2024 10:00 00 D 14 0 Curso"},
-         1,
-         0,
-         0,
-         true},
-        {"FinishedRuleIsPast",
-         head + event("DTSTART:20230108T100000\r\nRRULE:FREQ=WEEKLY;COUNT=3\r\nSUMMARY:Curso\r\n") + tail,
-         {},
-         0,
-         0,
-         1,
-         true},
-        {"MonthlyWithComingExceptionIsSimplified",
-         head + event("DTSTART:20231215T100000\r\nRRULE:FREQ=MONTHLY\r\nEXDATE:20240115T100000\r\nSUMMARY:Pago\r\n") +
-             tail,
-         {"15/02/2024 10:00 00 D 14 0 Pago"},
-         1,
-         0,
-         0,
-         true},
-        {"MonthlyWithPastExceptionIsTheChoice",
-         head +
-             event("DTSTART:20231115T100000\r\nRRULE:FREQ=MONTHLY\r\nEXDATE:20231215T100000\r\nSUMMARY:Pago\r\n"
-                   "BEGIN:VALARM\r\nACTION:DISPLAY\r\nTRIGGER:-P1W\r\nEND:VALARM\r\n") +
-             tail,
-         {"15/01/2024 10:00 01 M 07 0 Pago"},
-         0,
-         0,
-         0,
-         true},
-        {"TextOutsideWindows1252AndLineBreaks",
-         head + event("DTSTART:20240120T100000\r\nSUMMARY:Caf\xC3\xA9 \xE2\x98\x95\\nbis\r\n") + tail,
-         {"20/01/2024 10:00 00 D 14 0 Café ? bis"},
-         1,
-         0,
-         0,
-         true},
-        {"CutInTheMiddleOfTheSecondEvent",
-         head + event("DTSTART:20240120T100000\r\nSUMMARY:Entero\r\n") + "BEGIN:VEVENT\r\nDTSTART:2024012",
-         {"20/01/2024 10:00 00 D 14 0 Entero"},
-         0,
-         1,
-         0,
-         true},
-        {"SameEventTwice",
-         head + event("DTSTART:20240120T100000\r\nSUMMARY:Doble\r\n") +
-             event("DTSTART:20240120T100000\r\nSUMMARY:Doble\r\n") + tail,
-         {"20/01/2024 10:00 00 D 14 0 Doble"},
-         0,
-         0,
-         0,
-         true},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        const IcsImportPlan plan = PlanIcsImport(c.text, Settings{}, kNow, kZone);
-        EXPECT_EQ(plan.calendar, c.calendar);
-        EXPECT_EQ(plan.alarms, c.alarms);
-        EXPECT_EQ(plan.simplified.size(), c.simplified);
-        EXPECT_EQ(plan.unreadable.size(), c.unreadable);
-        EXPECT_EQ(plan.past, c.past);
+        std::string text;
+        while (cases.peek() != '=' && std::getline(cases, line)) {
+            if (line.starts_with("+ ")) {
+                alarms.push_back(line.substr(2));
+            } else {
+                text += line.ends_with('\\') ? line.substr(0, line.size() - 1) : line + "\r\n";
+            }
+        }
+        cases.ignore(1);  // the first "=" of the next case
+        const IcsImportPlan plan = PlanIcsImport(text, Settings{}, kNow, kZone);
+        EXPECT_EQ(plan.calendar, calendar == 1);
+        EXPECT_EQ(plan.alarms, alarms);
+        EXPECT_EQ(plan.simplified.size(), simplified);
+        EXPECT_EQ(plan.unreadable.size(), unreadable);
+        EXPECT_EQ(plan.past, past);
     }
+    EXPECT_TRUE(cases.eof()) << "a case header is malformed";
 }
 
 // `vendrako exportar-ics`: reads the data folder without touching it, writes the file whole.

@@ -16,6 +16,7 @@
 #include "recording_busy.h"
 #include "scripted_dialogs.h"
 #include "store/cp1252.h"
+#include "store/text_file.h"
 #include "temp_app_folder.h"
 #include "test_names.h"
 
@@ -28,39 +29,12 @@ using test::ScriptedDialogs;
 using test::TempAppFolder;
 using Items = std::vector<std::string>;
 
-std::vector<std::string> LinesOf(const std::string& page) {
-    std::vector<std::string> lines;
-    std::size_t start = 0;
-    for (std::size_t end = page.find("\r\n"); end != std::string::npos; end = page.find("\r\n", start)) {
-        lines.push_back(page.substr(start, end - start));
-        start = end + 2;
-    }
-    EXPECT_EQ(start, page.size()) << "the page ends without CR LF";
-    return lines;
-}
-
-const std::string kCell = "  <td width='14%' align='left' valign='top' height='16%'";
-
-// The page's bytes to the first week row, which follows the 31 head lines: six week rows of
-// nine lines each, then the last row, the table, the body and the page closed.
-TEST(CalendarPage, HeadLinesInOrder) {
-    const std::string page = CalendarPage(MakeDate(15, 3, 2024), {}, "C");
-    ASSERT_EQ(LinesOf(page).size(), 31u + 6 * 9 + 3);
-    const std::string head =
-        "<html>\r\n<head>\r\n<meta http-equiv='Content-Language' content='es'>\r\n"
-        "<meta http-equiv='Content-Type' content='text/html; charset=windows-1252'>\r\n"
-        "<title>MARZO.2024</title>\r\n<style type='text/css'>\r\n"
-        "table {\r\n font-family: arial; \r\n font-size: 40pt;\r\n font-weight: bold;\r\n color: #000000;\r\n}\r\n"
-        ".otromes {\r\n color: #aaaaaa;\r\n font-size: 40pt;\r\n}\r\n.mes {\r\n font-size: 20pt;\r\n}\r\n"
-        ".cumple {\r\n color: #000000;\r\n font-size: 9pt;\r\n font-weight: normal;\r\n}\r\n</style>\r\n</head>\r\n"
-        "<body topmargin='10' leftmargin='10'>\r\n"
-        "<table border='1' width='100%' cellspacing='0' cellpadding='0' bordercolorlight='#000000' "
-        "bordercolordark='#FFFFFF' bordercolor='#FFFFFF' height='100%'>\r\n"
-        " <tr>\r\n  <td width='100%' align='center' valign='top' colspan='7' class='mes'>MARZO.2024</td>\r\n </tr>\r\n"
-        " <tr>\r\n";
-    EXPECT_EQ(page.substr(0, head.size()), head);
-    const std::string tail = " </tr>\r\n</table>\r\n</body>\r\n</html>\r\n";
-    EXPECT_EQ(page.substr(page.size() - tail.size()), tail);
+// A month's whole page, byte for byte: the 31 head lines, six week rows of nine lines each
+// (the days of other months greyed, the weekends shaded), then the table, the body and the page
+// closed.
+TEST(CalendarPage, IsTheMonthByteForByte) {
+    EXPECT_EQ(CalendarPage(MakeDate(15, 3, 2024), {}, "C"),
+              ReadWholeFile(VT_TEST_DATA "calendar/calendario.03.2024.htm").bytes);
 }
 
 // The menu action, from the boxes to the files.

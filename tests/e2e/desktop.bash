@@ -29,15 +29,14 @@ cleanup() {
 }
 trap cleanup EXIT
 
-# Runs "$@" (quietly) every 0.1 s for up to $1 seconds, until it succeeds.
+# Runs "$@" (quietly) every 0.1 s until it succeeds, for up to $1 seconds of real time.
 wait_until() {
-    local tries=$(($1 * 10))
+    local end=$((${EPOCHREALTIME/./} + $1 * 1000000))
     shift
-    for _ in $(seq 1 "$tries"); do
-        "$@" >/dev/null 2>&1 && return 0
+    until "$@" >/dev/null 2>&1; do
+        [ "${EPOCHREALTIME/./}" -lt "$end" ] || return 1
         sleep 0.1
     done
-    return 1
 }
 # Waits up to $1 seconds for a window matching the rest of the arguments (xdotool search).
 wait_for_window() { wait_until "$1" xdotool search "${@:2}"; }

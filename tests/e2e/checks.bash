@@ -6,11 +6,12 @@ fail() {
     echo "FAIL: $*"
     failures=$((failures + 1))
 }
-# Passes when "$@" succeeds, fails otherwise; the first argument is what is being checked.
+# Passes when "$@" succeeds, fails otherwise; the first argument is what is being checked. Its
+# status is that of "$@", so that a failure can be followed by output that helps find the cause.
 check() {
     local what=$1
     shift
-    if "$@"; then pass "$what"; else fail "$what"; fi
+    if "$@"; then pass "$what"; else fail "$what"; return 1; fi
 }
 # Ends the check: status 1 with the count when anything failed, after running "$@" (extra
 # output to help find the cause), else a last PASS line naming the check.

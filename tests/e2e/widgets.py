@@ -1,29 +1,25 @@
 #!/usr/bin/python3
-"""Reads the program's widgets through the desktop's accessibility bus (AT-SPI), so that an
-end-to-end script can check what a label shows and find where to click with xdotool.
-
-  widgets.py text-after CAPTION       the text of the widget that follows the label CAPTION
-  widgets.py center ROLE NAME         "x y" of the middle of the first ROLE named NAME
-  widgets.py names                    every role and name, one per line (for failure output)
-
-Exits with status 1 when the widget is not there (yet)."""
+# Reads the program's widgets through the desktop's accessibility bus (AT-SPI), so that an
+# end-to-end script can check what a label shows and find where to click with xdotool.
+#
+#   widgets.py text-after CAPTION       the text of the widget that follows the label CAPTION
+#   widgets.py center ROLE NAME         "x y" of the middle of the first ROLE named NAME
+#   widgets.py names                    every role and name, one per line (for failure output)
+#
+# Exits with status 1 when the widget is not there (yet), 2 on a wrong command line.
 import sys
 
 import pyatspi
 
-APP_NAME = "VendrakoTimer"
-
 
 def nodes():
     """Every accessible of the program, depth first, in the order the windows lay them out."""
-    desktop = pyatspi.Registry.getDesktop(0)
-    stack = [app for app in desktop if app is not None and app.name == APP_NAME]
-    stack.reverse()
+    stack = [app for app in reversed(list(pyatspi.Registry.getDesktop(0)))
+             if app is not None and app.name == "VendrakoTimer"]
     while stack:
         node = stack.pop()
         yield node
-        children = [child for child in node if child is not None]
-        stack.extend(reversed(children))
+        stack.extend(reversed([child for child in node if child is not None]))
 
 
 def text_after(caption):
@@ -44,17 +40,21 @@ def center(role, name):
     return None
 
 
+def names():
+    return "\n".join(f"{node.getRoleName()}: {node.name}" for node in nodes())
+
+
+# Each command with the number of arguments it takes.
+COMMANDS = {"text-after": (text_after, 1), "center": (center, 2), "names": (names, 0)}
+
+
 def main(args):
+    command, count = COMMANDS.get(args[0] if args else "", (None, -1))
+    if command is None or len(args) != count + 1:
+        print("usage: widgets.py text-after CAPTION | center ROLE NAME | names", file=sys.stderr)
+        return 2
     try:
-        if args[:1] == ["text-after"] and len(args) == 2:
-            result = text_after(args[1])
-        elif args[:1] == ["center"] and len(args) == 3:
-            result = center(args[1], args[2])
-        elif args == ["names"]:
-            result = "\n".join(f"{n.getRoleName()}: {n.name}" for n in nodes())
-        else:
-            print(__doc__, file=sys.stderr)
-            return 2
+        result = command(*args[1:])
     except Exception as error:  # the program may be between windows; the caller tries again
         print(f"widgets.py: {error}", file=sys.stderr)
         return 1

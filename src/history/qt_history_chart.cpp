@@ -99,7 +99,7 @@ void HistoryChart::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRect(plot);
 
     // Two bars a day and the day's number under them, in a smaller type so that 31 fit.
-    const double slot = static_cast<double>(plot.width()) / std::max<size_t>(m_days.size(), 1);
+    const double slot = plot.width() / static_cast<double>(std::max<size_t>(m_days.size(), 1));
     QFont small = painter.font();
     small.setPointSizeF(small.pointSizeF() * 0.75);
     painter.setFont(small);

@@ -6,7 +6,8 @@
 // With --answer, a window named NAME that comes first (a message box) is answered with Enter
 // through the XTest extension, as a user would; the time the user takes is not counted: the
 // result is (box shown − start) + (main window shown − Enter pressed).
-// Prints "<milliseconds> <pid>" and leaves the program running. Gives up after 60 s.
+// Prints "<milliseconds> <pid> <milliseconds to the first window>" (the box, when there is
+// one) and leaves the program running. Gives up after 60 s.
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -101,6 +102,7 @@ int main(int argc, char** argv) {
     }
 
     double counted = 0;
+    double first = -1;
     Clock::time_point from = start;
     const int connection = ConnectionNumber(display);
     while (MillisecondsBetween(start, Clock::now()) < 60000) {
@@ -125,13 +127,17 @@ int main(int argc, char** argv) {
         const std::string name = WindowName(display, event.xmap.window);
         if (name == main_name) {
             counted += MillisecondsBetween(from, shown);
+            if (first < 0) {
+                first = counted;
+            }
             std::fprintf(stderr, "window_watch: \"%s\" %.1f ms after %s\n", name.c_str(),
                          MillisecondsBetween(from, shown), answer.empty() ? "the start" : "the answer");
-            std::printf("%.1f %d\n", counted, static_cast<int>(pid));
+            std::printf("%.1f %d %.1f\n", counted, static_cast<int>(pid), first);
             return 0;
         }
         if (!answer.empty() && name == answer) {
             counted += MillisecondsBetween(from, shown);
+            first = counted;
             std::fprintf(stderr, "window_watch: \"%s\" %.1f ms after the start\n", name.c_str(),
                          MillisecondsBetween(from, shown));
             // Give the box the moment a user's eye would, then answer; only what follows the

@@ -22,7 +22,7 @@ vt_install_packages() {
 }
 
 # What building the program needs.
-VT_BUILD_PACKAGES=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools qt6-charts-dev libqt6opengl6-dev
+VT_BUILD_PACKAGES=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools
                    libgl-dev libgtest-dev libgmock-dev googletest libbenchmark-dev libglib2.0-dev libical-dev)
 # What showing it on a virtual display needs.
 VT_DISPLAY_PACKAGES=(xvfb xauth xdotool x11-utils imagemagick fonts-dejavu-core)

@@ -1,26 +1,18 @@
 #include "history/history_window.h"
 
-#include <QBarCategoryAxis>
-#include <QBarSeries>
-#include <QBarSet>
-#include <QChart>
-#include <QChartView>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QLineSeries>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
-#include <QValueAxis>
-#include <algorithm>
-#include <cmath>
 
 #include "calendar/month_grid.h"
 #include "calendar/month_names.h"
 #include "history/history_recorder.h"
+#include "history/qt_history_chart.h"
 #include "platform/dialogs.h"
 
 namespace vt {
@@ -63,9 +55,7 @@ HistoryWindow::HistoryWindow(HistoryRecorder& recorder, Dialogs& dialogs, QWidge
     }
     layout->addLayout(navigation);
 
-    m_chart = new QChartView(this);
-    m_chart->setMinimumHeight(220);
-    m_chart->setRenderHint(QPainter::Antialiasing);
+    m_chart = new HistoryChart(this);
     layout->addWidget(m_chart, 2);
 
     m_table = new QTableWidget(0, kHistoryColumnCount, this);
@@ -139,57 +129,12 @@ void HistoryWindow::fill() {
 }
 
 void HistoryWindow::drawChart(const HistoryMonth& month) {
-    auto* worked = new QBarSet(QStringLiteral("Trabajado"));
-    auto* required = new QBarSet(QStringLiteral("Previsto"));
-    auto* balance = new QLineSeries;
-    balance->setName(QStringLiteral("Saldo acumulado"));
-    QStringList days;
-    double top = 1;
-    double low = 0;
-    double high = 0;
-    for (size_t i = 0; i < month.rows.size(); ++i) {
-        const HistoryMonthRow& row = month.rows[i];
-        *worked << Hours(row.worked);
-        *required << Hours(row.required);
-        balance->append(static_cast<double>(i), Hours(row.running));
-        days << QString::number(i + 1);
-        top = std::max({top, Hours(row.worked), Hours(row.required)});
-        low = std::min(low, Hours(row.running));
-        high = std::max(high, Hours(row.running));
+    std::vector<HistoryChart::Day> days;
+    days.reserve(month.rows.size());
+    for (const HistoryMonthRow& row : month.rows) {
+        days.push_back({Hours(row.worked), Hours(row.required), Hours(row.running)});
     }
-    auto* bars = new QBarSeries;
-    bars->append(worked);
-    bars->append(required);
-
-    auto* chart = new QChart;
-    chart->addSeries(bars);
-    chart->addSeries(balance);
-    auto* axisDays = new QBarCategoryAxis;
-    axisDays->append(days);
-    // Thirty-one day numbers must fit under the bars without being cut to "...".
-    QFont small = axisDays->labelsFont();
-    small.setPointSizeF(small.pointSizeF() * 0.75);
-    axisDays->setLabelsFont(small);
-    auto* axisHours = new QValueAxis;
-    axisHours->setRange(0, std::ceil(top));
-    axisHours->setTitleText(QStringLiteral("horas"));
-    axisHours->setLabelFormat(QStringLiteral("%.0f"));
-    auto* axisBalance = new QValueAxis;
-    axisBalance->setRange(std::floor(low) - 1, std::ceil(high) + 1);
-    axisBalance->setTitleText(QStringLiteral("saldo (h)"));
-    axisBalance->setLabelFormat(QStringLiteral("%.0f"));
-    chart->addAxis(axisDays, Qt::AlignBottom);
-    chart->addAxis(axisHours, Qt::AlignLeft);
-    chart->addAxis(axisBalance, Qt::AlignRight);
-    bars->attachAxis(axisDays);
-    bars->attachAxis(axisHours);
-    balance->attachAxis(axisDays);
-    balance->attachAxis(axisBalance);
-    chart->legend()->setAlignment(Qt::AlignBottom);
-    chart->setMargins(QMargins(4, 4, 4, 4));
-    QChart* old = m_chart->chart();
-    m_chart->setChart(chart);
-    delete old;
+    m_chart->setDays(std::move(days));
 }
 
 void HistoryWindow::cellEdited(QTableWidgetItem* item) {

@@ -3,7 +3,6 @@
 
 #include "history/history_month.h"
 
-class QChartView;
 class QLabel;
 class QLineEdit;
 class QTableWidget;
@@ -12,6 +11,7 @@ class QTableWidgetItem;
 namespace vt {
 
 class Dialogs;
+class HistoryChart;
 class HistoryRecorder;
 
 // "Histórico de jornadas": a month of the history as a table, with a chart above it of the
@@ -28,6 +28,7 @@ public:
     Date shownMonth() const { return m_month; }
     QTableWidget* table() const { return m_table; }
     QLabel* totals() const { return m_totals; }
+    HistoryChart* chart() const { return m_chart; }
 
 private:
     void fill();
@@ -39,7 +40,7 @@ private:
     Dialogs& m_dialogs;
     Date m_month{};
     QLabel* m_monthLabel = nullptr;
-    QChartView* m_chart = nullptr;
+    HistoryChart* m_chart = nullptr;
     QTableWidget* m_table = nullptr;
     QLabel* m_totals = nullptr;
     QLineEdit* m_from = nullptr;

@@ -1,6 +1,9 @@
+#include <malloc.h>
+
 #include <QApplication>
 #include <QIcon>
 #include <QStringList>
+#include <QTimer>
 
 #include "extras/autostart.h"
 #include "platform/glib_recent_files.h"
@@ -83,6 +86,9 @@ int main(int argc, char** argv) {
         window.show();
         window.startMainTimer();
         tray.restartFlashTimer();
+        // Reading, saving and reading back the settings at the start leave freed blocks between
+        // live ones, which the allocator would keep for good; once the window is up they go back.
+        QTimer::singleShot(0, [] { malloc_trim(0); });
         loopStatus = QApplication::exec();
     }
     return window.finishEnding(loopStatus);

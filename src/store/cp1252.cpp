@@ -50,6 +50,15 @@ unsigned char ByteAt(std::string_view text, size_t pos) {
     return static_cast<unsigned char>(text[pos]);
 }
 
+// Where the first byte at or after pos that is not ASCII stands (size when none). Text is
+// mostly ASCII, and a run of it is copied whole rather than a byte at a time.
+size_t AsciiRunEnd(std::string_view text, size_t pos) {
+    while (pos < text.size() && static_cast<unsigned char>(text[pos]) < 0x80) {
+        ++pos;
+    }
+    return pos;
+}
+
 }  // namespace
 
 Utf8Char DecodeUtf8At(std::string_view text, size_t pos) {
@@ -94,11 +103,16 @@ Utf8Char DecodeUtf8At(std::string_view text, size_t pos) {
 std::string Cp1252ToUtf8(std::string_view bytes) {
     std::string out;
     out.reserve(bytes.size() + bytes.size() / 8);
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
-            out.push_back(c);
-        } else if (byte < 0xA0) {
+    size_t pos = 0;
+    while (pos < bytes.size()) {
+        const size_t run_end = AsciiRunEnd(bytes, pos);
+        out.append(bytes, pos, run_end - pos);
+        if (run_end == bytes.size()) {
+            break;
+        }
+        const auto byte = static_cast<unsigned char>(bytes[run_end]);
+        pos = run_end + 1;
+        if (byte < 0xA0) {
             AppendUtf8(out, kHighControls[byte - 0x80u]);
         } else {
             AppendUtf8(out, byte);
@@ -112,9 +126,11 @@ std::string Utf8ToCp1252(std::string_view text) {
     out.reserve(text.size());
     size_t pos = 0;
     while (pos < text.size()) {
-        if (ByteAt(text, pos) < 0x80) {
-            out.push_back(text[pos++]);
-            continue;
+        const size_t run_end = AsciiRunEnd(text, pos);
+        out.append(text, pos, run_end - pos);
+        pos = run_end;
+        if (pos == text.size()) {
+            break;
         }
         const Utf8Char ch = DecodeUtf8At(text, pos);
         out.push_back(ch.valid ? ByteFor(ch.code) : '?');

@@ -1,5 +1,6 @@
 #include "store/settings_store.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -24,10 +25,14 @@ constexpr std::array<std::string_view, 8> kWeekdayKeys = {"",       "LUNES",   "
 
 constexpr const char* kFatalTitle = "ATENCIÓN!";
 
+// "ALA_007": the prefix and the number in at least three digits.
 std::string EntryKey(std::string_view prefix, int number) {
     char digits[16];
-    std::snprintf(digits, sizeof digits, "%03d", number);
-    return std::string(prefix) + digits;
+    const auto written = std::to_chars(digits, digits + sizeof digits, number).ptr - digits;
+    std::string key(prefix);
+    key.append(static_cast<size_t>(std::max<std::ptrdiff_t>(3 - written, 0)), '0');
+    key.append(digits, static_cast<size_t>(written));
+    return key;
 }
 
 // The entry number of a key such as "ALA_007" (prefix, then three digits), or 0 when the key is

@@ -102,9 +102,12 @@ MessageBox ResumenTareas(const std::vector<std::string>& log_lines, const ClockI
     std::unordered_map<std::string_view, std::size_t> index_of;
     totals.reserve(events.size());
     for (const SummaryEvent& event : events) {
-        const auto start = SecondsOf(event.start);
-        const auto end = event.end ? SecondsOf(*event.end) : std::nullopt;
-        const long long seconds = start && end && *end >= *start ? *end - *start : 0;
+        long long seconds = 0;
+        if (const auto start = SecondsOf(event.start); start && event.end) {
+            if (const auto end = SecondsOf(*event.end); end && *end >= *start) {
+                seconds = *end - *start;
+            }
+        }
         const auto [it, added] = index_of.try_emplace(event.label, totals.size());
         if (added) {
             totals.push_back({event.label, 0});

@@ -87,7 +87,6 @@ private slots:
         QCOMPARE(m_dialog->dayModes(), accepted ? (Week{"", "P", "C", "P", "C", "P", "C", "C"}) : kModes);
         QVERIFY(m_dialogs.Shown().empty());
     }
-
 };
 
 QTEST_MAIN(ConfigDialogTest)

@@ -210,7 +210,6 @@ private slots:
         QTest::qWait(30);
         QCOMPARE(m_seen.size(), 1);
     }
-
 };
 
 QTEST_MAIN(MainWindowTest)

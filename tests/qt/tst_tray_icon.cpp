@@ -73,7 +73,6 @@ private slots:
         // Where there is no tray the icon is not put anywhere, but the timer runs all the same.
         QCOMPARE(m_tray->trayIcon()->isVisible(), trayPresent);
     }
-
 };
 
 QTEST_MAIN(TrayIconTest)

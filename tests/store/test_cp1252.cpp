@@ -35,7 +35,6 @@ TEST(Utf8, BoundariesOfEachLengthAndOverlongForms) {
     }
 }
 
-
 TEST(Utf8, MalformedBytesBecomeReplacementCharacters) {
     EXPECT_EQ(Utf8ToUtf32(std::string("a\xFF") + "b\xC3"), U"a\uFFFDb\uFFFD");
     EXPECT_EQ(Utf8ToUtf32("\xE2\x82x"), U"\uFFFDx");

@@ -59,6 +59,8 @@ TEST_F(AutostartTest, PathWithASpaceAndADollarIsQuoted) {
     const std::string entry = home_.ReadFile("config/autostart/Vendrako Timer$1.desktop");
     EXPECT_NE(entry.find("\nName=Vendrako Timer$1\n"), std::string::npos) << entry;
     EXPECT_NE(entry.find("\nExec=\"" + odd.Folder() + "Vendrako Timer\\\\$1\"\n"), std::string::npos) << entry;
+    // A line break is quoted and written as backslash and "n", so Exec stays one line.
+    EXPECT_EQ(DesktopExecValue("/tmp/a\nb/VT"), "\"/tmp/a\\nb/VT\"");
 }
 
 }  // namespace

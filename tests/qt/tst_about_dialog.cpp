@@ -26,7 +26,6 @@ class TstAboutDialog : public QObject {
     RecordingShell m_shell;
     std::unique_ptr<vt::FormVendrako> m_form;
 
-    QLabel* label(const char* name) const { return m_form->findChild<QLabel*>(QString::fromLatin1(name)); }
     void showForm() {
         m_form->fShow();
         QVERIFY(QTest::qWaitForWindowExposed(m_form.get()));

@@ -22,23 +22,13 @@ vt::EntryList Alarms(const QStringList& lines = kLines) {
 class AlarmListDialogTest : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<FrmListaAlarmas> m_dialog;
-
-    void open(const vt::EntryList& alarms) {
-        m_dialog = std::make_unique<FrmListaAlarmas>();
-        m_dialog->load(alarms);
-        QVERIFY(vt::test::ShowActive(*m_dialog));
-    }
-    QListWidget* list() const { return m_dialog->findChild<QListWidget*>(u"lstAlarma"_s); }
-
 private slots:
-    void cleanup() { m_dialog.reset(); }
-
     void chooseReturnsThePick() {
         vt::test::WhenModal<FrmListaAlarmas>([](FrmListaAlarmas& dialog) {
             QWidget* lst = vt::test::Child(dialog, u"lstAlarma"_s);
             QTest::keyClick(lst, Qt::Key_Down);
             QTest::keyClick(lst, Qt::Key_Return);
+            QCOMPARE(dialog.objectName() + u' ' + dialog.windowTitle(), u"frmListaAlarmas Lista de Alarmas"_s);
         });
 
         QCOMPARE(FrmListaAlarmas::choose(nullptr, Alarms()), 2);

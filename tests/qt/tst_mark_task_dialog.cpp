@@ -21,7 +21,6 @@ class MarkTaskDialogTest : public QObject {
     vt::test::RecordingBusy m_busy;
     std::unique_ptr<FrmMarcar> m_dialog;
 
-    QStringList listed() const { return vt::test::ItemTexts(*m_dialog->cboTarea()); }
     QString logOnDisk() const { return QString::fromStdString(m_folder->ReadFile(kLog)); }
 
 private slots:

@@ -21,7 +21,6 @@ class TrayIconTest : public QObject {
     QTimer* flashTimer() const { return m_tray->findChild<QTimer*>(u"TmrFlash"_s); }
     // Images compare by their pixels whatever format the icon engine hands back.
     static QImage Pixels(const QImage& image) { return image.convertToFormat(QImage::Format_ARGB32); }
-    QImage shown() const { return Pixels(m_tray->trayIcon()->icon().pixmap(16, 16).toImage()); }
     QImage picture(TrayImage image) const { return Pixels(m_tray->picture(image).toImage()); }
 
 private slots:

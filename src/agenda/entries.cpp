@@ -7,6 +7,7 @@
 #include "agenda/char_positions.h"
 #include "agenda/text_marks.h"
 #include "store/app_state.h"
+#include "store/settings_store.h"
 
 namespace vt {
 
@@ -70,12 +71,6 @@ std::optional<DateTime> ReadMoment(std::string_view entry) {
         return std::nullopt;
     }
     return MakeDateTime(date, hour, minute);
-}
-
-std::string EntryKey(const char* prefix, int number) {
-    char buf[16];
-    std::snprintf(buf, sizeof buf, "%s%03d", prefix, number);
-    return buf;
 }
 
 }  // namespace

@@ -25,16 +25,6 @@ constexpr std::array<std::string_view, 8> kWeekdayKeys = {"",       "LUNES",   "
 
 constexpr const char* kFatalTitle = "ATENCIÓN!";
 
-// "ALA_007": the prefix and the number in at least three digits.
-std::string EntryKey(std::string_view prefix, int number) {
-    char digits[16];
-    const auto written = std::to_chars(digits, digits + sizeof digits, number).ptr - digits;
-    std::string key(prefix);
-    key.append(static_cast<size_t>(std::max<std::ptrdiff_t>(3 - written, 0)), '0');
-    key.append(digits, static_cast<size_t>(written));
-    return key;
-}
-
 // The entry number of a key such as "ALA_007" (prefix, then three digits), or 0 when the key is
 // no entry key or lies outside 001..kMaxEntries.
 int EntryNumber(std::string_view key, std::string_view prefix) {
@@ -178,6 +168,15 @@ bool LoadFromDocument(const IniDocument& doc, Settings& settings, Dialogs& dialo
 }
 
 }  // namespace
+
+std::string EntryKey(std::string_view prefix, int number) {
+    char digits[16];
+    const auto written = std::to_chars(digits, digits + sizeof digits, number).ptr - digits;
+    std::string key(prefix);
+    key.append(static_cast<size_t>(std::max<std::ptrdiff_t>(3 - written, 0)), '0');
+    key.append(digits, static_cast<size_t>(written));
+    return key;
+}
 
 bool LoadSettingsFromBytes(std::string_view bytes, Settings& settings, Dialogs& dialogs) {
     return LoadFromDocument(IniDocument::Parse(bytes), settings, dialogs);

@@ -31,6 +31,10 @@ bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, D
 // The same with a status of its own, so every failure is told.
 bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs);
 
+// The key an entry is stored under: the prefix and its number in at least three digits, as
+// "ALA_007".
+std::string EntryKey(std::string_view prefix, int number);
+
 // The exact text (UTF-8 in memory) that SaveSettings writes, before conversion to Windows-1252.
 std::string SettingsFileText(const Settings& settings);
 

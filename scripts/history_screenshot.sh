@@ -42,13 +42,7 @@ printf '%s\r\n' "[GENERAL]" "FECHA=$(date +%d-%m-%y)" "ENTRADA1=08:00" "SALIDA1=
     done
 } >"$work/Historico.csv"
 
-vt_start_xvfb 1024x900x24
-xvfb_pid=$VT_XVFB_PID
-
-LC_TIME=en_GB.UTF-8 HOME="$work" "$work/VendrakoTimer" DESA >/dev/null 2>&1 &
-program_pid=$!
-window=$(vt_wait_for_main_window "$program_pid") || { echo "The main window did not appear." >&2; exit 1; }
-sleep 1
+vt_show_workspace_program 1024x900x24
 # "Opciones" is the first menu; its last item is the history. An open day is asked about first:
 # Escape leaves it open, so the table shows it as such.
 eval "$(xdotool getwindowgeometry --shell "$window")"

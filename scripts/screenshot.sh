@@ -27,13 +27,7 @@ printf '%s\r\n' "[GENERAL]" "FECHA=$(date +%d-%m-%y)" "ENTRADA1=08:00" "SALIDA1=
     "ALA_003=$(day '+12 days') 17:00 07 D 00 0 Clase de ingles" "" \
     "[ACCESOS]" "ULTIMO=$(date +%d/%m/%Y) 00:00:00" >"$work/VendrakoTimer.ini"
 
-vt_start_xvfb 800x600x24
-xvfb_pid=$VT_XVFB_PID
-
-LC_TIME=en_GB.UTF-8 HOME="$work" "$work/VendrakoTimer" DESA >/dev/null 2>&1 &
-program_pid=$!
-window=$(vt_wait_for_main_window "$program_pid") || { echo "The main window did not appear." >&2; exit 1; }
-sleep 1
+vt_show_workspace_program 800x600x24
 
 # Point at the day with the birthday: its texts show in the detail area below the calendar.
 cell=$(cell_of "+5 days")

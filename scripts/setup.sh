@@ -84,6 +84,16 @@ vt_temporary_workspace() {
     program_pid=""
     trap vt_remove_workspace EXIT
 }
+# Starts the program copied into the workspace on a virtual display of size $1, in developer
+# mode, and waits for its main window: sets xvfb_pid, program_pid and window (its id).
+vt_show_workspace_program() {
+    vt_start_xvfb "$1"
+    xvfb_pid=$VT_XVFB_PID
+    LC_TIME=en_GB.UTF-8 HOME="$work" "$work/VendrakoTimer" DESA >/dev/null 2>&1 &
+    program_pid=$!
+    window=$(vt_wait_for_main_window "$program_pid") || { echo "The main window did not appear." >&2; exit 1; }
+    sleep 1
+}
 vt_remove_workspace() {
     if [ -n "$program_pid" ]; then
         kill "$program_pid" 2>/dev/null || true

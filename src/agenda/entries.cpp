@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <numeric>
 #include <utility>
 
 #include "agenda/char_positions.h"
@@ -23,6 +24,9 @@ std::optional<int> TwoDigits(std::string_view field) {
 
 // At least two digits, with the sign in front of them (-5 is "-05").
 std::string FormatCount(int value) {
+    if (value >= 0 && value < 100) {
+        return {static_cast<char>('0' + value / 10), static_cast<char>('0' + value % 10)};
+    }
     char buf[16];
     std::snprintf(buf, sizeof buf, value < 0 ? "-%02d" : "%02d", value < 0 ? -value : value);
     return buf;
@@ -199,22 +203,32 @@ std::optional<DateTime> RepetitionMoment(std::string_view entry) {
     return ReadMoment(entry);
 }
 
+void StableSortByKeys(EntryList& entries, const std::vector<std::optional<long long>>& keys) {
+    const auto before = [&](std::size_t a, std::size_t b) { return keys[a] && (!keys[b] || *keys[a] < *keys[b]); };
+    std::vector<std::size_t> order(keys.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    // Lists are kept in order, so after a load or a change they nearly always still are; then
+    // nothing needs to move.
+    if (std::is_sorted(order.begin(), order.end(), before)) {
+        return;
+    }
+    std::stable_sort(order.begin(), order.end(), before);
+    EntryList sorted;
+    for (const std::size_t at : order) {
+        sorted.Append(std::move(entries[static_cast<int>(at) + 1]));
+    }
+    entries = std::move(sorted);
+}
+
 void SortAlarms(EntryList& alarms) {
-    struct Keyed {
-        std::optional<Date> date;
-        std::string entry;
-    };
-    std::vector<Keyed> keyed;
-    keyed.reserve(static_cast<std::size_t>(alarms.Count()));
-    for (int i = 1; i <= alarms.Count(); ++i) {
-        keyed.push_back({AlarmDate(alarms[i]), std::move(alarms[i])});
+    std::vector<std::optional<long long>> keys;
+    keys.reserve(static_cast<std::size_t>(alarms.Count()));
+    for (const auto& entry : alarms) {
+        const auto date = AlarmDate(entry);
+        keys.push_back(date ? std::optional<long long>(std::chrono::sys_days{*date}.time_since_epoch().count())
+                            : std::nullopt);
     }
-    std::stable_sort(keyed.begin(), keyed.end(),
-                     [](const Keyed& a, const Keyed& b) { return a.date && (!b.date || *a.date < *b.date); });
-    alarms.Clear();
-    for (auto& k : keyed) {
-        alarms.Append(std::move(k.entry));
-    }
+    StableSortByKeys(alarms, keys);
 }
 
 std::vector<std::string> UnreadableEntryKeys(const Settings& settings) {

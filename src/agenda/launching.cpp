@@ -89,23 +89,13 @@ int AdvanceAlarmDates(EntryList& alarms, EntryList& repetitions, Date today, Dia
 }
 
 void SortRepetitions(EntryList& repetitions) {
-    // A stable sort keeps equal moments in their order, the same order the bubble sort that
-    // first kept this list gave.
-    struct Keyed {
-        std::optional<DateTime> moment;
-        std::string entry;
-    };
-    std::vector<Keyed> keyed;
-    keyed.reserve(static_cast<std::size_t>(repetitions.Count()));
-    for (int i = 1; i <= repetitions.Count(); ++i) {
-        keyed.push_back({RepetitionMoment(repetitions[i]), std::move(repetitions[i])});
+    std::vector<std::optional<long long>> keys;
+    keys.reserve(static_cast<std::size_t>(repetitions.Count()));
+    for (const auto& entry : repetitions) {
+        const auto moment = RepetitionMoment(entry);
+        keys.push_back(moment ? std::optional<long long>(moment->time_since_epoch().count()) : std::nullopt);
     }
-    std::stable_sort(keyed.begin(), keyed.end(),
-                     [](const Keyed& a, const Keyed& b) { return a.moment && (!b.moment || *a.moment < *b.moment); });
-    repetitions.Clear();
-    for (auto& k : keyed) {
-        repetitions.Append(std::move(k.entry));
-    }
+    StableSortByKeys(repetitions, keys);
 }
 
 int FindDueRepetition(const EntryList& repetitions, DateTime now, int start) {

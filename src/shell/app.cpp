@@ -458,7 +458,7 @@ void App::LaunchAlarms() {
 void App::RefreshRepetitionMenu() {
     SortRepetitions(state_.settings.Repetitions);
     const EntryList& repetitions = state_.settings.Repetitions;
-    view_.ShowRepetitionMenu(std::vector<std::string>(repetitions.begin(), repetitions.end()));
+    view_.ShowRepetitionMenu(std::span<const std::string>(repetitions.begin(), repetitions.end()));
 }
 
 void App::CheckDueRepetitions() {

@@ -1,6 +1,7 @@
 #pragma once
 #include <array>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -46,7 +47,7 @@ public:
 
     // The repetitions menu: one item per reminder with the whole entry as its caption, and
     // "(ninguna)" only when there is none.
-    virtual void ShowRepetitionMenu(const std::vector<std::string>& entries) = 0;
+    virtual void ShowRepetitionMenu(std::span<const std::string> entries) = 0;
 
     // Whether a modal dialog or message box of the program is open right now. A reminder that
     // falls due then waits: two dialogs must never stack up.

@@ -254,11 +254,11 @@ bool FrmReloj::EditSchedule(std::array<std::string, 8>& day_hours, std::array<st
     return FrmConfig::edit(this, m_dialogs, day_hours, day_modes);
 }
 
-void FrmReloj::ShowRepetitionMenu(const std::vector<std::string>& entries) {
+void FrmReloj::ShowRepetitionMenu(std::span<const std::string> entries) {
     // Only noted here: the items are made when the menu is about to open. A full agenda would
     // otherwise make 998 items at every start and after every change, for a menu that is
     // opened now and then.
-    m_repetitionEntries = entries;
+    m_repetitionEntries.assign(entries.begin(), entries.end());
     m_repetitionMenuStale = true;
 }
 

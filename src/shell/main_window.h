@@ -51,7 +51,7 @@ public:
     std::string ClockInText(int index) const override;
     void ShowDeparture(const std::string& label, const std::string& status) override;
     bool EditSchedule(std::array<std::string, 8>& day_hours, std::array<std::string, 8>& day_modes) override;
-    void ShowRepetitionMenu(const std::vector<std::string>& entries) override;
+    void ShowRepetitionMenu(std::span<const std::string> entries) override;
     bool ModalOpen() const override;
     std::optional<int> AskRepeatLater(const RepeatPrompt& prompt) override;
     EditorAction EditAlarm(AlarmForm& form) override;

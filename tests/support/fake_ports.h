@@ -46,7 +46,9 @@ public:
         return edit_schedule ? edit_schedule(day_hours, day_modes) : false;
     }
 
-    void ShowRepetitionMenu(const std::vector<std::string>& entries) override { repetition_menu = entries; }
+    void ShowRepetitionMenu(std::span<const std::string> entries) override {
+        repetition_menu.assign(entries.begin(), entries.end());
+    }
     bool ModalOpen() const override { return false; }
     // Esc and Enter both mean "5 Minutos".
     std::optional<int> AskRepeatLater(const RepeatPrompt& /*prompt*/) override { return 0; }

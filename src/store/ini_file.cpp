@@ -118,25 +118,26 @@ ParsedLine ParseLine(std::string_view line) {
     return {LineKind::Key, Trim(line.substr(0, equals)), value};
 }
 
-// The value as a key line must hold it so that reading gives the value back.
-std::string EncodeValue(std::string_view value) {
-    std::string out(value);
-    for (char& c : out) {
-        if (c == '\r' || c == '\n' || c == '\0') {
-            c = ' ';
-        }
-    }
-    if (!out.empty() && (IsBlank(out.front()) || IsBlank(out.back()) || HasMatchingQuotes(out))) {
-        out = '"' + out + '"';
-    }
-    return out;
-}
-
 bool IsBlankLine(std::string_view text) {
     return Trim(text).empty();
 }
 
 }  // namespace
+
+void AppendIniValue(std::string& out, std::string_view value) {
+    // CR, LF and NUL are written as blanks, so they count as blanks at either end too.
+    const auto blank = [](char c) { return IsBlank(c) || c == '\r' || c == '\n' || c == '\0'; };
+    const bool quoted = !value.empty() && (blank(value.front()) || blank(value.back()) || HasMatchingQuotes(value));
+    if (quoted) {
+        out += '"';
+    }
+    for (const char c : value) {
+        out += (c == '\r' || c == '\n' || c == '\0') ? ' ' : c;
+    }
+    if (quoted) {
+        out += '"';
+    }
+}
 
 IniDocument IniDocument::Parse(std::string_view bytes) {
     IniDocument doc;
@@ -282,7 +283,8 @@ void IniDocument::Write(std::string_view section, std::string_view key, std::str
         return;  // such a name could never be found again
     }
     Section& target = SectionForWrite(section);
-    std::string text = std::string(key) + "=" + EncodeValue(value);
+    std::string text = std::string(key) + "=";
+    AppendIniValue(text, value);
     std::string lower_key;
     Line line = MakeLine(std::move(text), lower_key);
     line.counts = !lower_key.empty();

@@ -104,6 +104,10 @@ private:
     bool utf8_ = false;
 };
 
+// Appends what stands after "key=" in a line that holds value, so that reading gives value
+// back (see the writing rule above).
+void AppendIniValue(std::string& out, std::string_view value);
+
 // The two primitives through which the program reads and writes single keys of a file.
 // ReadIniValue: value is set to "" first; false when the file or key is missing or the value
 // empty. WriteIniValue: rewrites the file atomically with the key replaced or added, creating

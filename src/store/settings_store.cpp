@@ -209,31 +209,49 @@ bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs&
 }
 
 std::string SettingsFileText(const Settings& settings) {
-    IniDocument doc;
-    doc.Write("GENERAL", "FECHA", settings.WorkDate);
-    doc.Write("GENERAL", "ENTRADA1", settings.Entrada1);
-    doc.Write("GENERAL", "SALIDA1", settings.Salida1);
-    doc.Write("GENERAL", "ENTRADA2", settings.Entrada2);
-    doc.Write("GENERAL", "NUM_ALARMAS", std::to_string(settings.Alarms.Count()));
+    // Written out line by line: the file is always laid out the same way, and a document built
+    // key by key spent most of a full agenda's save looking up keys that cannot be there yet.
+    std::string text;
+    text.reserve(512 + 80 * static_cast<size_t>(settings.Repetitions.Count() + settings.Alarms.Count()));
+    const auto section = [&](std::string_view name) {
+        // One empty line between sections.
+        if (!text.empty()) {
+            text += "\r\n";
+        }
+        text.append("[").append(name).append("]\r\n");
+    };
+    const auto key = [&](std::string_view name, std::string_view value) {
+        text.append(name).append("=");
+        AppendIniValue(text, value);
+        text += "\r\n";
+    };
+    section("GENERAL");
+    key("FECHA", settings.WorkDate);
+    key("ENTRADA1", settings.Entrada1);
+    key("SALIDA1", settings.Salida1);
+    key("ENTRADA2", settings.Entrada2);
+    key("NUM_ALARMAS", std::to_string(settings.Alarms.Count()));
 
+    section("CONFIG");
     for (size_t day = 1; day <= 7; ++day) {
-        doc.Write("CONFIG", kWeekdayKeys[day], settings.DayHours[day] + "|" + settings.DayMode[day]);
+        key(kWeekdayKeys[day], settings.DayHours[day] + "|" + settings.DayMode[day]);
     }
 
     // Renumbered from 1 without gaps; a section without entries is still written.
-    doc.AddSection("REPETICIONES");
+    section("REPETICIONES");
     int number = 0;
     for (const auto& entry : settings.Repetitions) {
-        doc.Write("REPETICIONES", EntryKey("REP_", ++number), entry);
+        key(EntryKey("REP_", ++number), entry);
     }
-    doc.AddSection("ALARMAS");
+    section("ALARMAS");
     number = 0;
     for (const auto& entry : settings.Alarms) {
-        doc.Write("ALARMAS", EntryKey("ALA_", ++number), entry);
+        key(EntryKey("ALA_", ++number), entry);
     }
 
-    doc.Write("ACCESOS", "ULTIMO", FormatDateTime(settings.UltimoAcceso));
-    return doc.Text();
+    section("ACCESOS");
+    key("ULTIMO", FormatDateTime(settings.UltimoAcceso));
+    return text;
 }
 
 bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs, StoreStatus& status) {

@@ -75,6 +75,7 @@ Settings SmallSettings() {
     Settings s;
     s.WorkDate = "15-03-24";
     s.Entrada1 = "07:58";
+    s.Entrada2 = " 8\r\n";  // would not read back as itself unquoted, nor in one line
     s.DayHours[1] = "07:30";
     s.DayMode[1] = "P";
     s.DayHours[6] = "00:00";
@@ -88,7 +89,7 @@ Settings SmallSettings() {
 TEST_F(SettingsStoreTest, TheSavedFileIsExactlyThis) {
     ASSERT_TRUE(Save(SmallSettings()));
     EXPECT_EQ(folder_.ReadFile(kFile),
-              "[GENERAL]\r\nFECHA=15-03-24\r\nENTRADA1=07:58\r\nSALIDA1=\r\nENTRADA2=\r\nNUM_ALARMAS=2\r\n\r\n"
+              "[GENERAL]\r\nFECHA=15-03-24\r\nENTRADA1=07:58\r\nSALIDA1=\r\nENTRADA2=\" 8  \"\r\nNUM_ALARMAS=2\r\n\r\n"
               "[CONFIG]\r\nLUNES=07:30|P\r\nMARTES=08:00|C\r\nMIERCOLES=08:00|C\r\nJUEVES=08:00|C\r\n"
               "VIERNES=08:00|C\r\nSABADO=00:00|C\r\nDOMINGO=08:00|C\r\n\r\n"
               "[REPETICIONES]\r\nREP_001=15/03/2024 09:30 Reuni\xF3n de equipo\r\n\r\n"

@@ -91,7 +91,8 @@ Outcome App::Start(std::string_view command_line) {
     state_.TareaActual = UltimaTareaDeHoy(paths_, ports_.clock);
     tray_.Load();
     state_.StatusText = paths_.ExeBaseName;
-    if (!LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs, ports_.clock.Now())) {
+    if (!LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs, ports_.clock.Now(),
+                      ports_.settings_read_ahead)) {
         return Outcome::Exit;
     }
     // The history closes the last work day before the work date moves on to today.

@@ -21,6 +21,7 @@ class RecentFiles;
 class ShellOpen;
 class ShellFolders;
 class StartupEntryMaker;
+class SettingsReadAhead;
 
 inline constexpr const char* kAppTitle = "VendrakoTimer";
 inline constexpr const char* kMainCaption = "VendrakoTimer 3.52";
@@ -41,6 +42,8 @@ struct AppPorts {
     ShellFolders* shell_folders = nullptr;
     // How an entry that starts the program with the desktop session is made.
     StartupEntryMaker* startup_entry = nullptr;
+    // The settings file as read ahead while the window system started, for the first load.
+    SettingsReadAhead* settings_read_ahead = nullptr;
 };
 
 // Whether the program goes on after a step, or must end now.

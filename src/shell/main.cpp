@@ -1,5 +1,7 @@
 #include <malloc.h>
 
+#include <filesystem>
+
 #include <QApplication>
 #include <QIcon>
 #include <QStringList>
@@ -18,6 +20,7 @@
 #include "shell/qt_session_end.h"
 #include "shell/tray_icon.h"
 #include "store/app_paths.h"
+#include "store/settings_read_ahead.h"
 
 namespace {
 
@@ -39,6 +42,12 @@ void SkipIconSearchWithoutDesktopTheme() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Read and parsed while Qt connects to the display and loads its fonts: with a full agenda
+    // the parse would otherwise hold up the first window. The name is the one Qt gives the
+    // executable below; should the two ever differ, the settings are simply read again.
+    std::error_code no_link;
+    vt::SettingsReadAhead settings_read_ahead(
+        vt::PathsForExecutable(std::filesystem::read_symlink("/proc/self/exe", no_link).string()).SettingsFile());
     QApplication application(argc, argv);
     SkipIconSearchWithoutDesktopTheme();
     // The window is closed on purpose, through its closing path; a last dialog being closed
@@ -63,7 +72,7 @@ int main(int argc, char** argv) {
     vt::FrmSysTray tray;
     vt::FrmReloj window(dialogs);
     vt::App app(vt::AppPorts{clock, dialogs, locale, instance_lock, executable, &recent_files, &shell_open,
-                             &shell_folders, &startup_entry},
+                             &shell_folders, &startup_entry, &settings_read_ahead},
                 window, tray);
     window.setApp(app);
     window.setTray(tray);

@@ -131,8 +131,12 @@ void AppendIniValue(std::string& out, std::string_view value) {
     if (quoted) {
         out += '"';
     }
-    for (const char c : value) {
-        out += (c == '\r' || c == '\n' || c == '\0') ? ' ' : c;
+    const size_t start = out.size();
+    out.append(value);
+    for (size_t i = start; i < out.size(); ++i) {
+        if (out[i] == '\r' || out[i] == '\n' || out[i] == '\0') {
+            out[i] = ' ';
+        }
     }
     if (quoted) {
         out += '"';

@@ -14,6 +14,7 @@
 #include "store/dates.h"
 #include "store/error_text.h"
 #include "store/ini_file.h"
+#include "store/settings_read_ahead.h"
 #include "store/text_file.h"
 
 namespace vt {
@@ -124,7 +125,8 @@ bool PutAsideDamaged(const std::string& file, const FileContents& contents, Date
     return true;
 }
 
-bool LoadFromDocument(const IniDocument& doc, Settings& settings, Dialogs& dialogs) {
+// The settings a document holds, or nothing when its alarm count does not match its alarms.
+std::optional<Settings> SettingsFromDocument(const IniDocument& doc) {
     Settings loaded;
     std::string value;
 
@@ -152,18 +154,25 @@ bool LoadFromDocument(const IniDocument& doc, Settings& settings, Dialogs& dialo
     // next save would silently make the loss permanent, so the program stops instead.
     const auto count = ParseAlarmCount(stored_count);
     if (!count || *count != loaded.Alarms.Count()) {
+        return std::nullopt;
+    }
+
+    if (doc.Read("ACCESOS", "ULTIMO", value)) {
+        loaded.UltimoAcceso = ParseDateTime(value).value_or(NeverScanned());
+    }
+    return loaded;
+}
+
+bool LoadFromDocument(const IniDocument& doc, Settings& settings, Dialogs& dialogs) {
+    std::optional<Settings> loaded = SettingsFromDocument(doc);
+    if (!loaded) {
         dialogs.Fatal(
             "Se han detectado discrepancias en el INI.\r\n\r\n"
             "El número de alarmas no es el correcto.",
             kFatalTitle);
         return false;
     }
-
-    if (doc.Read("ACCESOS", "ULTIMO", value)) {
-        loaded.UltimoAcceso = ParseDateTime(value).value_or(NeverScanned());
-    }
-
-    settings = std::move(loaded);
+    settings = std::move(*loaded);
     return true;
 }
 
@@ -178,11 +187,51 @@ std::string EntryKey(std::string_view prefix, int number) {
     return key;
 }
 
+SettingsReadAhead::SettingsReadAhead(std::string settings_file) : file_(std::move(settings_file)) {
+    thread_ = std::thread([this] {
+        // Anything unusual (no file, a damaged one, a wrong count) is left to LoadSettings, which
+        // reads the file again and tells the user.
+        try {
+            FileContents contents = ReadWholeFile(file_);
+            if (contents.outcome != ReadOutcome::Read) {
+                return;
+            }
+            bytes_ = std::move(contents.bytes);
+            const IniDocument doc = IniDocument::Parse(bytes_);
+            if (!IsDamaged(bytes_, doc)) {
+                settings_ = SettingsFromDocument(doc);
+            }
+        } catch (...) {
+            settings_.reset();
+        }
+    });
+}
+
+SettingsReadAhead::~SettingsReadAhead() {
+    if (thread_.joinable()) {
+        thread_.join();
+    }
+}
+
+std::optional<Settings> SettingsReadAhead::Take(const std::string& settings_file, std::string_view bytes) {
+    if (thread_.joinable()) {
+        thread_.join();
+    }
+    std::optional<Settings> taken;
+    if (settings_file == file_ && bytes == bytes_) {
+        taken.swap(settings_);
+    }
+    settings_.reset();
+    bytes_.clear();
+    return taken;
+}
+
 bool LoadSettingsFromBytes(std::string_view bytes, Settings& settings, Dialogs& dialogs) {
     return LoadFromDocument(IniDocument::Parse(bytes), settings, dialogs);
 }
 
-bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs& dialogs, DateTime now) {
+bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs& dialogs, DateTime now,
+                  SettingsReadAhead* read_ahead) {
     const FileContents contents = ReadWholeFile(settings_file);
     switch (contents.outcome) {
         case ReadOutcome::Missing:
@@ -196,6 +245,12 @@ bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs&
             return false;
         case ReadOutcome::Read:
             break;
+    }
+    if (read_ahead != nullptr) {
+        if (std::optional<Settings> ready = read_ahead->Take(settings_file, contents.bytes)) {
+            settings = std::move(*ready);
+            return true;
+        }
     }
     const IniDocument doc = IniDocument::Parse(contents.bytes);
     if (IsDamaged(contents.bytes, doc)) {

@@ -9,6 +9,7 @@ namespace vt {
 
 class Busy;
 class Dialogs;
+class SettingsReadAhead;
 
 // Fills settings from the settings file, parsing it once. A missing file gives the defaults.
 // A file that holds something but none of the program's sections (garbage, UTF-16 without its
@@ -16,7 +17,9 @@ class Dialogs;
 // where, and the defaults are loaded. Returns false, after telling the user, when the file
 // cannot be read, a damaged one cannot be copied, or its alarm count does not match its
 // alarms; the program must then end without saving anything.
-bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs& dialogs, DateTime now);
+// read_ahead, when given, is taken instead of parsing the same bytes again.
+bool LoadSettings(const std::string& settings_file, Settings& settings, Dialogs& dialogs, DateTime now,
+                  SettingsReadAhead* read_ahead = nullptr);
 
 // The part of LoadSettings that comes after reading the file: bytes are the file as stored.
 // Same result and messages, without touching the disk.

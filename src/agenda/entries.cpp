@@ -33,9 +33,9 @@ std::string FormatCount(int value) {
 }
 
 void AppendWithoutCommas(std::string& out, std::string_view text) {
-    for (const char c : text) {
-        out.push_back(c == ',' ? ';' : c);
-    }
+    const std::size_t start = out.size();
+    out.append(text);
+    std::replace(out.begin() + static_cast<std::ptrdiff_t>(start), out.end(), ',', ';');
 }
 
 bool IsDigit(char c) {

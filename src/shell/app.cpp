@@ -25,6 +25,7 @@
 #include "shell/main_view.h"
 #include "shell/tray_view.h"
 #include "store/backups.h"
+#include "store/settings_read_ahead.h"
 #include "store/settings_store.h"
 #include "tasks/task_log.h"
 #include "tasks/task_summary.h"
@@ -132,8 +133,8 @@ Outcome App::Tick() {
     return Outcome::Continue;
 }
 
-bool App::Save() {
-    return SaveSettings(paths_, state_.settings, *this, ports_.dialogs, state_.Store);
+bool App::Save(SettingsReadAhead* read_back) {
+    return SaveSettings(paths_, state_.settings, *this, ports_.dialogs, state_.Store, read_back);
 }
 
 void App::RetryPendingSave() {
@@ -150,7 +151,9 @@ void App::RetryPendingSave() {
 Outcome App::RefreshAfterChange() {
     // When the save failed the user has been told, and reading the old file back would throw
     // away the change they just made; memory keeps it for the next save instead.
-    if (Save() && !LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs, ports_.clock.Now())) {
+    SettingsReadAhead read_back;
+    if (Save(&read_back) &&
+        !LoadSettings(paths_.SettingsFile(), state_.settings, ports_.dialogs, ports_.clock.Now(), &read_back)) {
         return Outcome::Exit;
     }
     history_.RecordClockIns();

@@ -145,7 +145,7 @@ private:
     void AdvanceTickCounter();
     // Saves the settings, remembering failures in State().Store; a save that did not reach the
     // disk is tried again from the tick.
-    bool Save();
+    bool Save(SettingsReadAhead* read_back = nullptr);
     void RetryPendingSave();
     // Save, load again, show the clock-ins and the departure anew.
     Outcome RefreshAfterChange();

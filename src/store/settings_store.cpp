@@ -187,16 +187,36 @@ std::string EntryKey(std::string_view prefix, int number) {
     return key;
 }
 
-SettingsReadAhead::SettingsReadAhead(std::string settings_file) : file_(std::move(settings_file)) {
-    thread_ = std::thread([this] {
+SettingsReadAhead::SettingsReadAhead(std::string settings_file) {
+    Begin(std::move(settings_file), std::nullopt);
+}
+
+SettingsReadAhead::~SettingsReadAhead() {
+    Wait();
+}
+
+void SettingsReadAhead::ParseAhead(std::string settings_file, std::string bytes) {
+    Begin(std::move(settings_file), std::move(bytes));
+}
+
+void SettingsReadAhead::Begin(std::string settings_file, std::optional<std::string> bytes) {
+    Wait();
+    file_ = std::move(settings_file);
+    bytes_.clear();
+    settings_.reset();
+    thread_ = std::thread([this, bytes = std::move(bytes)]() mutable {
         // Anything unusual (no file, a damaged one, a wrong count) is left to LoadSettings, which
         // reads the file again and tells the user.
         try {
-            FileContents contents = ReadWholeFile(file_);
-            if (contents.outcome != ReadOutcome::Read) {
-                return;
+            if (bytes) {
+                bytes_ = std::move(*bytes);
+            } else {
+                FileContents contents = ReadWholeFile(file_);
+                if (contents.outcome != ReadOutcome::Read) {
+                    return;
+                }
+                bytes_ = std::move(contents.bytes);
             }
-            bytes_ = std::move(contents.bytes);
             const IniDocument doc = IniDocument::Parse(bytes_);
             if (!IsDamaged(bytes_, doc)) {
                 settings_ = SettingsFromDocument(doc);
@@ -207,16 +227,14 @@ SettingsReadAhead::SettingsReadAhead(std::string settings_file) : file_(std::mov
     });
 }
 
-SettingsReadAhead::~SettingsReadAhead() {
+void SettingsReadAhead::Wait() {
     if (thread_.joinable()) {
         thread_.join();
     }
 }
 
 std::optional<Settings> SettingsReadAhead::Take(const std::string& settings_file, std::string_view bytes) {
-    if (thread_.joinable()) {
-        thread_.join();
-    }
+    Wait();
     std::optional<Settings> taken;
     if (settings_file == file_ && bytes == bytes_) {
         taken.swap(settings_);
@@ -309,9 +327,14 @@ std::string SettingsFileText(const Settings& settings) {
     return text;
 }
 
-bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs, StoreStatus& status) {
+bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs, StoreStatus& status,
+                  SettingsReadAhead* read_back) {
     BusyScope scope(busy);
     const std::string file = paths.SettingsFile();
+    const std::string bytes = Utf8ToCp1252(SettingsFileText(settings));
+    if (read_back != nullptr) {
+        read_back->ParseAhead(file, bytes);
+    }
     const auto refuse = [&] {
         // Told when the saves start failing; the retries after it stay quiet until one gets through.
         if (!status.SavePending) {
@@ -339,7 +362,7 @@ bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, D
     }
     // The rename inside replaces the old file even when it is read-only, as the forced delete
     // of the old file did.
-    if (WriteFileAtomically(file, Utf8ToCp1252(SettingsFileText(settings)))) {
+    if (WriteFileAtomically(file, bytes)) {
         status.CopiedWhilePending = previous.bytes;
         return refuse();
     }

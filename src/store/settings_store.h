@@ -30,7 +30,10 @@ bool LoadSettingsFromBytes(std::string_view bytes, Settings& settings, Dialogs& 
 // told once per run (status) and the save goes on. When the file itself cannot be written the
 // previous file stays as it was, false is returned and status.SavePending is set: the user is
 // told at the first failure only, and the retries that follow copy the old version no more.
-bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs, StoreStatus& status);
+// read_back, when given, parses the new file while it is being written, for the LoadSettings
+// that reads it back.
+bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs, StoreStatus& status,
+                  SettingsReadAhead* read_back = nullptr);
 // The same with a status of its own, so every failure is told.
 bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, Dialogs& dialogs);
 

@@ -46,6 +46,19 @@ std::string_view CharMid(std::string_view text, std::size_t first, std::size_t c
     return text.substr(begin, end - begin);
 }
 
+void CharOffsets(std::string_view text, std::span<std::size_t> offsets) {
+    std::size_t pos = 0;
+    for (std::size_t& offset : offsets) {
+        if (pos >= text.size()) {
+            offset = text.size();
+            continue;
+        }
+        offset = pos;
+        const auto byte = static_cast<unsigned char>(text[pos]);
+        pos += byte < 0x80 ? 1 : DecodeUtf8At(text, pos).length;
+    }
+}
+
 std::string_view TrimBlanks(std::string_view text) {
     const auto first = text.find_first_not_of(' ');
     if (first == std::string_view::npos) {

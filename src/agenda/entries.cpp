@@ -1,6 +1,7 @@
 #include "agenda/entries.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <numeric>
 #include <utility>
@@ -196,7 +197,26 @@ std::optional<int> AlarmNoticeDays(std::string_view entry) {
 }
 
 bool AlarmReadable(std::string_view entry) {
-    return AlarmDate(entry) && AlarmTime(entry) && AlarmCount(entry) && AlarmNoticeDays(entry);
+    return ReadAlarm(entry).Readable();
+}
+
+AlarmParts ReadAlarm(std::string_view entry) {
+    // "dd/mm/yyyy hh:mm NN U NN P text": where characters 1 to 28 begin.
+    std::array<std::size_t, 28> at{};
+    CharOffsets(entry, at);
+    const auto chars = [&](std::size_t first, std::size_t count) {
+        return entry.substr(at[first - 1], at[first - 1 + count] - at[first - 1]);
+    };
+    AlarmParts parts;
+    parts.date = ParseDate(chars(1, 10));
+    parts.time = chars(12, 5);
+    parts.minutes = ParseTimeOfDay(parts.time);
+    parts.count = TwoDigits(chars(18, 2));
+    parts.unit = chars(21, 1);
+    parts.notice_days = TwoDigits(chars(23, 2));
+    parts.priority = chars(26, 1);
+    parts.text = entry.substr(at[27]);
+    return parts;
 }
 
 std::optional<DateTime> RepetitionMoment(std::string_view entry) {

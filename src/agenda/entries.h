@@ -57,6 +57,21 @@ std::optional<int> AlarmNoticeDays(std::string_view entry);
 // launching and advancing need to rebuild it. An unreadable alarm is left where it is and as it
 // is by everything that compares or moves dates.
 bool AlarmReadable(std::string_view entry);
+
+// An alarm's fields at their character places, found in one walk over the entry, with the values
+// of the four that must read; for code that needs several fields of every alarm.
+struct AlarmParts {
+    std::string_view time;  // as stored, "hh:mm"
+    std::string_view unit;
+    std::string_view priority;
+    std::string_view text;
+    std::optional<Date> date;
+    std::optional<int> minutes;
+    std::optional<int> count;
+    std::optional<int> notice_days;
+    bool Readable() const { return date && minutes && count && notice_days; }
+};
+AlarmParts ReadAlarm(std::string_view entry);
 // Field 7 of a repetition, "dd/mm/yyyy hh:mm", as a date-time. Only that form reads: the program
 // never writes another, and a hand edit that does is reported rather than guessed at.
 std::optional<DateTime> RepetitionMoment(std::string_view entry);

@@ -21,11 +21,12 @@ LaunchResult LaunchDueAlarms(EntryList& alarms, EntryList& repetitions, Date tod
     // stay, and only later ones are removed, so the places recorded stay right.
     int i = 1;
     while (i <= alarms.Count()) {
-        const auto date = AlarmDate(alarms[i]);
-        if (!AlarmReadable(alarms[i]) || *date > today) {
+        const AlarmParts alarm = ReadAlarm(alarms[i]);
+        if (!alarm.Readable() || *alarm.date > today) {
             ++i;
             continue;
         }
+        const Date date = *alarm.date;
         const std::string entry = alarms[i];  // as it stood, for the log, before any change
         const std::string_view time = CharMid(entry, 12, 5);
         const std::string text = SplitStartDateTag(CharMid(entry, 28)).text;
@@ -33,8 +34,8 @@ LaunchResult LaunchDueAlarms(EntryList& alarms, EntryList& repetitions, Date tod
         // An alarm from a day the program did not run also owes today's reminder when today is
         // one of its occurrences; both must fit, or the advance would lose the second.
         bool today_too = false;
-        if (count != 0 && *date != today) {
-            Date occurrence = *date;
+        if (count != 0 && date != today) {
+            Date occurrence = date;
             today_too = NextOccurrence(occurrence, count, CharMid(entry, 21, 1), today, kOpenEnd, 1, false, today,
                                        dialogs) == today;
         }

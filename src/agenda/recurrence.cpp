@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "agenda/char_positions.h"
 #include "agenda/entries.h"
 
 namespace vt {
@@ -99,19 +98,17 @@ std::optional<Date> NextOccurrence(Date& date, int count, std::string_view unit,
 
 void AdvanceStoredAlarmDates(EntryList& alarms, Date today, Dialogs& dialogs) {
     for (int i = 1; i <= alarms.Count(); ++i) {
-        const std::string& entry = alarms[i];
-        if (!AlarmReadable(entry)) {
+        const AlarmParts alarm = ReadAlarm(alarms[i]);
+        if (!alarm.Readable()) {
             continue;
         }
-        Date date = *AlarmDate(entry);
-        const int count = *AlarmCount(entry);
-        const std::string_view unit = CharMid(entry, 21, 1);
-        const auto next = NextOccurrence(date, count, unit, today, kOpenEnd, 1, true, today, dialogs);
+        Date date = *alarm.date;
+        const auto next = NextOccurrence(date, *alarm.count, alarm.unit, today, kOpenEnd, 1, true, today, dialogs);
         if (!next) {
             continue;
         }
-        alarms[i] = BuildAlarmEntry(FormatDate(*next), CharMid(entry, 12, 5), count, unit, *AlarmNoticeDays(entry),
-                                    CharMid(entry, 26, 1), CharMid(entry, 28));
+        alarms[i] = BuildAlarmEntry(FormatDate(*next), alarm.time, *alarm.count, alarm.unit, *alarm.notice_days,
+                                    alarm.priority, alarm.text);
     }
     SortAlarms(alarms);
 }

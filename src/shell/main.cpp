@@ -1,7 +1,5 @@
 #include <malloc.h>
 
-#include <filesystem>
-
 #include <QApplication>
 #include <QIcon>
 #include <QStringList>
@@ -42,12 +40,6 @@ void SkipIconSearchWithoutDesktopTheme() {
 }  // namespace
 
 int main(int argc, char** argv) {
-    // Read and parsed while Qt connects to the display and loads its fonts: with a full agenda
-    // the parse would otherwise hold up the first window. The name is the one Qt gives the
-    // executable below; should the two ever differ, the settings are simply read again.
-    std::error_code no_link;
-    vt::SettingsReadAhead settings_read_ahead(
-        vt::PathsForExecutable(std::filesystem::read_symlink("/proc/self/exe", no_link).string()).SettingsFile());
     QApplication application(argc, argv);
     SkipIconSearchWithoutDesktopTheme();
     // The window is closed on purpose, through its closing path; a last dialog being closed
@@ -55,6 +47,10 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
 
     const std::string executable = QCoreApplication::applicationFilePath().toStdString();
+    // Read and parsed on another core while the windows are made (mostly Qt loading its fonts):
+    // with a full agenda the parse would otherwise hold up the first window. Started any
+    // earlier, it would take that core from the display server while Qt connects to it.
+    vt::SettingsReadAhead settings_read_ahead(vt::PathsForExecutable(executable).SettingsFile());
     // The command line as one text, so that "DESA" is recognised only when it is all there is.
     const std::string command_line = QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();
 

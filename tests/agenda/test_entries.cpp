@@ -32,6 +32,23 @@ TEST(EntryReaders, TakeOnlyTheFormTheProgramWrites) {
     }
 }
 
+// The one-walk reader finds every field where the single readers do: accented letters before
+// the text, invalid UTF-8, entries cut short.
+TEST(EntryReaders, ReadAlarmFindsWhatTheSingleReadersFind) {
+    for (const std::string entry :
+         {"29/02/2024 07:05 99 A 14 0 x", "01/01/2030 \u00E97:05 01 \u00F1 00 \u00E1 A\u00F1o",
+          "01/01/2030 07:05 01 D 0\xFF 1 t", "01/01/2030 07:05 01 D", "\xC3/01/2030", ""}) {
+        const AlarmParts parts = ReadAlarm(entry);
+        EXPECT_EQ(std::tuple(parts.date, parts.minutes, parts.count, parts.notice_days),
+                  std::tuple(AlarmDate(entry), AlarmTime(entry), AlarmCount(entry), AlarmNoticeDays(entry)));
+        EXPECT_EQ(
+            (Lines{std::string(parts.time), std::string(parts.unit), std::string(parts.priority),
+                   std::string(parts.text)}),
+            (Lines{GetAlarmField(entry, 2), GetAlarmField(entry, 3), GetAlarmField(entry, 9), GetAlarmField(entry, 6)}))
+            << entry;
+    }
+}
+
 // The same day keeps list order whatever the time; entries whose date does not read go last.
 TEST(SortingAlarms, IsStableByDateWithUnreadableLast) {
     EntryList alarms = ListOf({"20/03/2024 18:00 00 D 14 0 b", "garbled", "20/03/2024 08:00 00 D 14 0 c",

@@ -1,5 +1,8 @@
 #include "store/ini_file.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "store/cp1252.h"
 #include "store/text_file.h"
 #include "store/utf8.h"
@@ -118,6 +121,24 @@ ParsedLine ParseLine(std::string_view line) {
     return {LineKind::Key, Trim(line.substr(0, equals)), value};
 }
 
+char LowerAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// Keys are compared ignoring ASCII case, so they hash so too (FNV-1a).
+size_t KeyHash(std::string_view key) {
+    std::uint64_t hash = 14695981039346656037ULL;
+    for (const char c : key) {
+        hash = (hash ^ static_cast<unsigned char>(LowerAscii(c))) * 1099511628211ULL;
+    }
+    return static_cast<size_t>(hash);
+}
+
+bool SameKey(std::string_view a, std::string_view b) {
+    return a.size() == b.size() &&
+           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return LowerAscii(x) == LowerAscii(y); });
+}
+
 bool IsBlankLine(std::string_view text) {
     return Trim(text).empty();
 }
@@ -155,7 +176,8 @@ IniDocument IniDocument::Parse(std::string_view bytes) {
     } else {
         text = Cp1252ToUtf8(bytes);
     }
-    const std::string_view all = text;
+    doc.read_ = std::make_shared<const std::string>(std::move(text));
+    const std::string_view all = *doc.read_;
     size_t start = 0;
     while (start < all.size()) {
         // One pass over the bytes: find_first_of would look each one up in the set of two.
@@ -164,6 +186,7 @@ IniDocument IniDocument::Parse(std::string_view bytes) {
             ++end;
         }
         const std::string_view line = all.substr(start, end - start);
+        const size_t line_begin = start;
         start = end;
         if (start < all.size()) {
             // CR LF is one line end; a lone CR or LF is one too.
@@ -181,34 +204,81 @@ IniDocument IniDocument::Parse(std::string_view bytes) {
         } else if (doc.sections_.empty()) {
             doc.preamble_.emplace_back(line);
         } else {
-            doc.AddLine(doc.sections_.back(), std::string(line));
+            Section& section = doc.sections_.back();
+            Line read;
+            read.begin = line_begin;
+            read.size = line.size();
+            if (parsed.kind == LineKind::Key && !parsed.name.empty()) {
+                read.key_begin = static_cast<size_t>(parsed.name.data() - line.data());
+                read.key_size = parsed.name.size();
+                read.value_begin = static_cast<size_t>(parsed.value.data() - line.data());
+                read.value_size = parsed.value.size();
+                std::uint32_t& slot = doc.SlotFor(section, parsed.name);
+                read.counts = slot == 0;
+                if (read.counts) {
+                    slot = static_cast<std::uint32_t>(section.lines.size() + 1);
+                    ++section.indexed;
+                }
+            }
+            section.lines.push_back(std::move(read));
         }
     }
     return doc;
 }
 
-IniDocument::Line IniDocument::MakeLine(std::string text, std::string& lower_key) {
-    Line line;
+std::string_view IniDocument::TextOf(const Line& line) const {
+    if (line.is_written) {
+        return line.written;
+    }
+    return std::string_view(*read_).substr(line.begin, line.size);
+}
+
+void IniDocument::FindKeyAndValue(Line& line, std::string_view text) {
     const ParsedLine parsed = ParseLine(text);
-    lower_key.clear();
     if (parsed.kind == LineKind::Key && !parsed.name.empty()) {
-        lower_key = Lower(parsed.name);
         line.key_begin = static_cast<size_t>(parsed.name.data() - text.data());
         line.key_size = parsed.name.size();
         line.value_begin = static_cast<size_t>(parsed.value.data() - text.data());
         line.value_size = parsed.value.size();
     }
-    line.text = std::move(text);  // last: parsed looks into text
-    return line;
 }
 
-void IniDocument::AddLine(Section& section, std::string text) {
-    std::string lower_key;
-    Line line = MakeLine(std::move(text), lower_key);
-    if (!lower_key.empty()) {
-        line.counts = section.index.try_emplace(std::move(lower_key), section.lines.size()).second;
+std::uint32_t& IniDocument::SlotFor(Section& section, std::string_view key) const {
+    // Kept at most half full, so a probe ends soon at the key or at a free slot.
+    if ((section.indexed + 1) * 2 > section.index.size()) {
+        std::vector<std::uint32_t> grown(std::max<size_t>(16, section.index.size() * 2), 0);
+        const size_t mask = grown.size() - 1;
+        for (const std::uint32_t number : section.index) {
+            if (number != 0) {
+                size_t at = KeyHash(KeyOf(section.lines[number - 1])) & mask;
+                while (grown[at] != 0) {
+                    at = (at + 1) & mask;
+                }
+                grown[at] = number;
+            }
+        }
+        section.index = std::move(grown);
     }
-    section.lines.push_back(std::move(line));
+    const size_t mask = section.index.size() - 1;
+    size_t at = KeyHash(key) & mask;
+    while (section.index[at] != 0 && !SameKey(KeyOf(section.lines[section.index[at] - 1]), key)) {
+        at = (at + 1) & mask;
+    }
+    return section.index[at];
+}
+
+const IniDocument::Line* IniDocument::FindLine(const Section& section, std::string_view key) const {
+    if (section.index.empty() || key.empty()) {
+        return nullptr;
+    }
+    const size_t mask = section.index.size() - 1;
+    for (size_t at = KeyHash(key) & mask; section.index[at] != 0; at = (at + 1) & mask) {
+        const Line& line = section.lines[section.index[at] - 1];
+        if (SameKey(KeyOf(line), key)) {
+            return &line;
+        }
+    }
+    return nullptr;
 }
 
 const IniDocument::Section* IniDocument::FindSection(std::string_view name) const {
@@ -224,11 +294,11 @@ std::optional<std::string_view> IniDocument::Find(std::string_view section, std:
     if (found == nullptr || key.empty()) {
         return std::nullopt;
     }
-    const auto it = found->index.find(Lower(key));
-    if (it == found->index.end()) {
+    const Line* line = FindLine(*found, key);
+    if (line == nullptr) {
         return std::nullopt;
     }
-    return found->lines[it->second].Value();
+    return ValueOf(*line);
 }
 
 void IniDocument::ForEachKey(std::string_view section,
@@ -239,7 +309,7 @@ void IniDocument::ForEachKey(std::string_view section,
     }
     for (const Line& line : found->lines) {
         if (line.counts) {
-            visit(line.Key(), line.Value());
+            visit(KeyOf(line), ValueOf(line));
         }
     }
 }
@@ -261,9 +331,11 @@ IniDocument::Section& IniDocument::SectionForWrite(std::string_view name) {
     // One empty line between sections, as the file is laid out when the program writes it.
     if (!sections_.empty()) {
         Section& last = sections_.back();
-        const bool ends_blank = !last.lines.empty() && IsBlankLine(last.lines.back().text);
+        const bool ends_blank = !last.lines.empty() && IsBlankLine(TextOf(last.lines.back()));
         if (!ends_blank) {
-            last.lines.push_back(Line{});
+            Line blank;
+            blank.is_written = true;
+            last.lines.push_back(std::move(blank));
         }
     } else if (!preamble_.empty() && !IsBlankLine(preamble_.back())) {
         preamble_.emplace_back();
@@ -287,22 +359,27 @@ void IniDocument::Write(std::string_view section, std::string_view key, std::str
         return;  // such a name could never be found again
     }
     Section& target = SectionForWrite(section);
-    std::string text = std::string(key) + "=";
-    AppendIniValue(text, value);
-    std::string lower_key;
-    Line line = MakeLine(std::move(text), lower_key);
-    line.counts = !lower_key.empty();
-    if (const auto it = target.index.find(lower_key); it != target.index.end()) {
-        target.lines[it->second] = std::move(line);
+    Line line;
+    line.is_written = true;
+    line.written = std::string(key) + "=";
+    AppendIniValue(line.written, value);
+    FindKeyAndValue(line, line.written);
+    line.counts = line.key_size != 0;
+    std::uint32_t* slot = line.counts ? &SlotFor(target, KeyOf(line)) : nullptr;
+    if (slot != nullptr && *slot != 0) {
+        target.lines[*slot - 1] = std::move(line);
         return;
     }
     // After the last line that is not blank, so the empty line before the next section stays
     // where it is. Only blank lines move, and they are never in the index.
     size_t at = target.lines.size();
-    while (at > 0 && IsBlankLine(target.lines[at - 1].text)) {
+    while (at > 0 && IsBlankLine(TextOf(target.lines[at - 1]))) {
         --at;
     }
-    target.index.emplace(std::move(lower_key), at);
+    if (slot != nullptr) {
+        *slot = static_cast<std::uint32_t>(at + 1);
+        ++target.indexed;
+    }
     target.lines.insert(target.lines.begin() + static_cast<std::ptrdiff_t>(at), std::move(line));
 }
 
@@ -314,7 +391,7 @@ std::string IniDocument::Text() const {
     for (const auto& section : sections_) {
         size += section.header.size() + 2;
         for (const auto& line : section.lines) {
-            size += line.text.size() + 2;
+            size += TextOf(line).size() + 2;
         }
     }
     std::string out;
@@ -327,7 +404,7 @@ std::string IniDocument::Text() const {
         out += section.header;
         out += "\r\n";
         for (const auto& line : section.lines) {
-            out += line.text;
+            out += TextOf(line);
             out += "\r\n";
         }
     }

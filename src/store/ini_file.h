@@ -30,7 +30,9 @@
 // Windows-1252 (characters it cannot hold become "?").
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -71,33 +73,45 @@ public:
     bool HasSection(std::string_view name) const { return FindSection(name) != nullptr; }
 
 private:
+    // A line read from the file stays in the text it was read from (read_); a line the program
+    // wrote has a string of its own. A large settings file has two thousand lines, which are so
+    // read without an allocation each.
     struct Line {
-        std::string text;  // the line as written, without its line end
-        // Where the key and the value (trimmed and unquoted) stand in text, kept as positions
-        // rather than copies: a large settings file has two thousand key lines.
+        std::string written;
+        bool is_written = false;
+        std::size_t begin = 0;  // where a read line stands in read_
+        std::size_t size = 0;
+        // Where the key and the value (trimmed and unquoted) stand in the line.
         std::size_t key_begin = 0;
         std::size_t key_size = 0;  // 0 when this is not a key line
         std::size_t value_begin = 0;
         std::size_t value_size = 0;
         bool counts = false;  // the first occurrence of its key in the section
-        std::string_view Key() const { return std::string_view(text).substr(key_begin, key_size); }
-        std::string_view Value() const { return std::string_view(text).substr(value_begin, value_size); }
     };
     struct Section {
         std::string name;
         std::string header;  // the header line as written
         std::vector<Line> lines;
-        // Lower-case key -> index in lines of its first occurrence.
-        std::unordered_map<std::string, std::size_t> index;
+        // The lines that count, found by their key in any letter case: an open-addressing table
+        // of line numbers from 1 (0 is a free slot), so the keys are not copied.
+        std::vector<std::uint32_t> index;
+        std::size_t indexed = 0;
     };
 
+    std::string_view TextOf(const Line& line) const;
+    std::string_view KeyOf(const Line& line) const { return TextOf(line).substr(line.key_begin, line.key_size); }
+    std::string_view ValueOf(const Line& line) const { return TextOf(line).substr(line.value_begin, line.value_size); }
     const Section* FindSection(std::string_view name) const;
     Section& SectionForWrite(std::string_view name);
-    // lower_key is set to the key in lower case, or "" when the line is not a key line.
-    static Line MakeLine(std::string text, std::string& lower_key);
-    void AddLine(Section& section, std::string text);
+    // Sets where the key and value stand when text is a key line with a key.
+    static void FindKeyAndValue(Line& line, std::string_view text);
+    // The slot of key in the section's table: the one holding its line, or the free one where
+    // it goes. May grow the table, so it is good until the next call.
+    std::uint32_t& SlotFor(Section& section, std::string_view key) const;
+    const Line* FindLine(const Section& section, std::string_view key) const;
 
-    std::vector<std::string> preamble_;  // lines before the first header
+    std::shared_ptr<const std::string> read_;  // the text as read; shared by copies of the document
+    std::vector<std::string> preamble_;        // lines before the first header
     std::vector<Section> sections_;
     // Lower-case name -> index in sections_ of its first occurrence.
     std::unordered_map<std::string, std::size_t> section_index_;

@@ -1,5 +1,6 @@
 #include "agenda/char_positions.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -47,6 +48,15 @@ std::string_view CharMid(std::string_view text, std::size_t first, std::size_t c
 }
 
 void CharOffsets(std::string_view text, std::span<std::size_t> offsets) {
+    // Plain ASCII, as nearly every entry is up to its text: each character is one byte.
+    const std::size_t span = std::min(offsets.size(), text.size());
+    if (std::all_of(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(span),
+                    [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+        for (std::size_t k = 0; k < offsets.size(); ++k) {
+            offsets[k] = std::min(k, text.size());
+        }
+        return;
+    }
     std::size_t pos = 0;
     for (std::size_t& offset : offsets) {
         if (pos >= text.size()) {

@@ -115,6 +115,19 @@ std::optional<int> TakeNumber(std::string_view& text, size_t min_digits, size_t 
     return value;
 }
 
+bool IsDigitAt(std::string_view text, size_t at) {
+    return text[at] >= '0' && text[at] <= '9';
+}
+
+// The digits text[at..at+count), known to be digits, as a number.
+int NumberAt(std::string_view text, size_t at, size_t count) {
+    int value = 0;
+    for (size_t i = at; i < at + count; ++i) {
+        value = value * 10 + (text[i] - '0');
+    }
+    return value;
+}
+
 bool TakeChar(std::string_view& text, char c) {
     if (text.empty() || text.front() != c) {
         return false;
@@ -183,17 +196,10 @@ std::optional<int> TakeTime(std::string_view& text, bool seconds_allowed) {
 std::optional<Date> ParseDate(std::string_view text) {
     // The shape the program itself writes, read directly: every entry's date is read this way,
     // several times over at each start and change.
-    const auto digit = [&](size_t at) { return text[at] >= '0' && text[at] <= '9'; };
-    if (text.size() == 10 && text[2] == '/' && text[5] == '/' && digit(0) && digit(1) && digit(3) && digit(4) &&
-        digit(6) && digit(7) && digit(8) && digit(9)) {
-        const auto number = [&](size_t at, size_t count) {
-            int value = 0;
-            for (size_t i = at; i < at + count; ++i) {
-                value = value * 10 + (text[i] - '0');
-            }
-            return value;
-        };
-        return ValidDate(number(0, 2), number(3, 2), number(6, 4));
+    if (text.size() == 10 && text[2] == '/' && text[5] == '/' && IsDigitAt(text, 0) && IsDigitAt(text, 1) &&
+        IsDigitAt(text, 3) && IsDigitAt(text, 4) && IsDigitAt(text, 6) && IsDigitAt(text, 7) && IsDigitAt(text, 8) &&
+        IsDigitAt(text, 9)) {
+        return ValidDate(NumberAt(text, 0, 2), NumberAt(text, 3, 2), NumberAt(text, 6, 4));
     }
     auto date = TakeDate(text, '/', false);
     if (!date || !text.empty()) {
@@ -211,6 +217,13 @@ std::optional<Date> ParseWorkDate(std::string_view text) {
 }
 
 std::optional<int> ParseTimeOfDay(std::string_view text) {
+    // "hh:mm" as the program writes it, read directly, as dates are above.
+    if (text.size() == 5 && text[2] == ':' && IsDigitAt(text, 0) && IsDigitAt(text, 1) && IsDigitAt(text, 3) &&
+        IsDigitAt(text, 4)) {
+        const int hour = NumberAt(text, 0, 2);
+        const int minute = NumberAt(text, 3, 2);
+        return hour <= 23 && minute <= 59 ? std::optional<int>(hour * 60 + minute) : std::nullopt;
+    }
     auto secs = TakeTime(text, false);
     if (!secs || !text.empty()) {
         return std::nullopt;

@@ -129,12 +129,17 @@ std::string TemporaryPathFor(const std::string& path) {
     return path + ".tmp";
 }
 
-std::error_code WriteFileAtomically(const std::string& path, std::string_view bytes, std::optional<FileTime> modified) {
+std::error_code WriteFileAtomically(const std::string& path, std::string_view bytes, std::optional<FileTime> modified,
+                                    const std::function<void()>& before_rename) {
     const std::string temporary = TemporaryPathFor(path);
     // O_NOFOLLOW: a link planted at the temporary's name must not redirect the write elsewhere.
     Descriptor fd(OpenRetrying(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666));
     if (fd.get() < 0) {
-        return LastError();
+        const std::error_code error = LastError();
+        if (before_rename) {
+            before_rename();
+        }
+        return error;
     }
     std::error_code error = WriteAll(fd.get(), bytes);
     if (!error && modified) {
@@ -150,6 +155,9 @@ std::error_code WriteFileAtomically(const std::string& path, std::string_view by
     }
     if (const std::error_code closed = fd.Close(); !error && closed) {
         error = closed;
+    }
+    if (before_rename) {
+        before_rename();
     }
     if (!error && ::rename(temporary.c_str(), path.c_str()) != 0) {
         error = LastError();

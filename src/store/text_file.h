@@ -3,6 +3,7 @@
 // a save must never leave a half-written file behind, and a log line must never be torn.
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,8 +40,11 @@ std::string TemporaryPathFor(const std::string& path);
 // path, so path holds either the old or the whole new content, never a mix. On any failure the
 // temporary is removed and the error returned; path is then untouched. The rename also replaces
 // a read-only file, as the program's "forced delete" of the old file always did.
+// before_rename, when given, runs once the new content is on disk and before it takes the name
+// (also when the write failed): a step that must be finished before path changes.
 std::error_code WriteFileAtomically(const std::string& path, std::string_view bytes,
-                                    std::optional<FileTime> modified = std::nullopt);
+                                    std::optional<FileTime> modified = std::nullopt,
+                                    const std::function<void()>& before_rename = {});
 
 // Appends bytes with a single write() on an O_APPEND descriptor (the file is created when
 // missing), so a process killed at any moment leaves either the whole line or none of it.

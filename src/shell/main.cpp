@@ -40,6 +40,10 @@ void SkipIconSearchWithoutDesktopTheme() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // The program's few short threads (reading the settings ahead, the backup copy) allocate
+    // from the one heap: an arena of their own each would keep the settings they parse apart
+    // from everything else, about 0.2 MiB more resident for as long as the program runs.
+    mallopt(M_ARENA_MAX, 1);
     QApplication application(argc, argv);
     SkipIconSearchWithoutDesktopTheme();
     // The window is closed on purpose, through its closing path; a last dialog being closed

@@ -240,8 +240,9 @@ std::optional<Settings> SettingsReadAhead::Take(const std::string& settings_file
     if (settings_file == file_ && bytes == bytes_) {
         taken.swap(settings_);
     }
+    // Nothing of it is needed any more; the bytes go back to the allocator, not just emptied.
     settings_.reset();
-    bytes_.clear();
+    std::string().swap(bytes_);
     return taken;
 }
 

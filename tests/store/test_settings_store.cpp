@@ -13,6 +13,7 @@
 #include "recording_busy.h"
 #include "scripted_dialogs.h"
 #include "store/cp1252.h"
+#include "store/settings_read_ahead.h"
 #include "store/text_file.h"
 #include "temp_app_folder.h"
 
@@ -104,6 +105,27 @@ TEST_F(SettingsStoreTest, TheSavedFileIsExactlyThis) {
                   .find("DOMINGO=08:00|C\r\n\r\n[REPETICIONES]\r\n\r\n[ALARMAS]\r\n\r\n"
                         "[ACCESOS]\r\nULTIMO=01/01/1901 00:00:00\r\n"),
               std::string::npos);
+}
+
+// Settings read ahead are taken once, and only for the bytes that were parsed: a file changed
+// since is read as it is now, with its message.
+TEST_F(SettingsStoreTest, ReadAheadIsTakenOnlyForTheBytesItParsed) {
+    const std::string file = folder_.Paths().SettingsFile();
+    const std::string bytes = Utf8ToCp1252(SettingsFileText(SmallSettings()));
+    folder_.WriteFile(kFile, bytes);
+    ASSERT_TRUE(Load(bytes));
+    SettingsReadAhead ahead(file);
+    EXPECT_FALSE(ahead.Take(file, bytes + "\r\n"));
+    ahead.ParseAhead(file, bytes);
+    EXPECT_FALSE(ahead.Take(file + ".old", bytes));
+    ahead.ParseAhead(file, bytes);
+    EXPECT_EQ(ahead.Take(file, bytes), settings_);
+    EXPECT_FALSE(ahead.Take(file, bytes));
+
+    SettingsReadAhead stale(file);
+    folder_.WriteFile(kFile, "[GENERAL]\r\nNUM_ALARMAS=1\r\n");
+    EXPECT_FALSE(LoadSettings(file, settings_, dialogs_, MakeDateTime(MakeDate(1, 3, 2024), 9, 0), &stale));
+    EXPECT_EQ(dialogs_.Texts().size(), 1u);
 }
 
 // ---- saves that fail -----------------------------------------------------------------------

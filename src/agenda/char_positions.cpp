@@ -59,13 +59,8 @@ void CharOffsets(std::string_view text, std::span<std::size_t> offsets) {
     }
     std::size_t pos = 0;
     for (std::size_t& offset : offsets) {
-        if (pos >= text.size()) {
-            offset = text.size();
-            continue;
-        }
         offset = pos;
-        const auto byte = static_cast<unsigned char>(text[pos]);
-        pos += byte < 0x80 ? 1 : DecodeUtf8At(text, pos).length;
+        pos = SkipChars(text, pos, 1);
     }
 }
 

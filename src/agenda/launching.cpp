@@ -28,16 +28,16 @@ LaunchResult LaunchDueAlarms(EntryList& alarms, EntryList& repetitions, Date tod
         }
         const Date date = *alarm.date;
         const std::string entry = alarms[i];  // as it stood, for the log, before any change
-        const std::string_view time = CharMid(entry, 12, 5);
-        const std::string text = SplitStartDateTag(CharMid(entry, 28)).text;
-        const int count = *AlarmCount(entry);
+        const std::string_view time = alarm.time;
+        const std::string text = SplitStartDateTag(alarm.text).text;
+        const int count = *alarm.count;
         // An alarm from a day the program did not run also owes today's reminder when today is
         // one of its occurrences; both must fit, or the advance would lose the second.
         bool today_too = false;
         if (count != 0 && date != today) {
             Date occurrence = date;
-            today_too = NextOccurrence(occurrence, count, CharMid(entry, 21, 1), today, kOpenEnd, 1, false, today,
-                                       dialogs) == today;
+            today_too =
+                NextOccurrence(occurrence, count, alarm.unit, today, kOpenEnd, 1, false, today, dialogs) == today;
         }
         if (repetitions.Count() + (today_too ? 2 : 1) > kMaxEntries) {
             result.held.push_back(i);

@@ -54,11 +54,12 @@ int main(int argc, char** argv) {
     // Read and parsed on another core while the windows are made (mostly Qt loading its fonts):
     // with a full agenda the parse would otherwise hold up the first window. Started any
     // earlier, it would take that core from the display server while Qt connects to it.
-    vt::SettingsReadAhead settings_read_ahead(vt::PathsForExecutable(executable).SettingsFile());
+    const vt::AppPaths paths = vt::PathsForExecutable(executable);
+    vt::SettingsReadAhead settings_read_ahead(paths.SettingsFile());
     // The command line as one text, so that "DESA" is recognised only when it is all there is.
     const std::string command_line = QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')).toStdString();
 
-    vt::FolderInstanceLock instance_lock(vt::PathsForExecutable(executable).AppFolder);
+    vt::FolderInstanceLock instance_lock(paths.AppFolder);
     vt::SystemClock clock;
     vt::QtDialogs dialogs;
     vt::QtLocaleInfo locale;

@@ -29,13 +29,13 @@ std::string_view Trim(std::string_view text) {
     return text;
 }
 
+char LowerAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 std::string Lower(std::string_view text) {
     std::string out(text);
-    for (char& c : out) {
-        if (c >= 'A' && c <= 'Z') {
-            c = static_cast<char>(c - 'A' + 'a');
-        }
-    }
+    std::transform(out.begin(), out.end(), out.begin(), LowerAscii);
     return out;
 }
 
@@ -119,10 +119,6 @@ ParsedLine ParseLine(std::string_view line) {
         value = value.substr(1, value.size() - 2);
     }
     return {LineKind::Key, Trim(line.substr(0, equals)), value};
-}
-
-char LowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 // Keys are compared ignoring ASCII case, so they hash so too (FNV-1a).
@@ -209,10 +205,7 @@ IniDocument IniDocument::Parse(std::string_view bytes) {
             read.begin = line_begin;
             read.size = line.size();
             if (parsed.kind == LineKind::Key && !parsed.name.empty()) {
-                read.key_begin = static_cast<size_t>(parsed.name.data() - line.data());
-                read.key_size = parsed.name.size();
-                read.value_begin = static_cast<size_t>(parsed.value.data() - line.data());
-                read.value_size = parsed.value.size();
+                PlaceKeyAndValue(read, line, parsed.name, parsed.value);
                 std::uint32_t& slot = doc.SlotFor(section, parsed.name);
                 read.counts = slot == 0;
                 if (read.counts) {
@@ -233,14 +226,11 @@ std::string_view IniDocument::TextOf(const Line& line) const {
     return std::string_view(*read_).substr(line.begin, line.size);
 }
 
-void IniDocument::FindKeyAndValue(Line& line, std::string_view text) {
-    const ParsedLine parsed = ParseLine(text);
-    if (parsed.kind == LineKind::Key && !parsed.name.empty()) {
-        line.key_begin = static_cast<size_t>(parsed.name.data() - text.data());
-        line.key_size = parsed.name.size();
-        line.value_begin = static_cast<size_t>(parsed.value.data() - text.data());
-        line.value_size = parsed.value.size();
-    }
+void IniDocument::PlaceKeyAndValue(Line& line, std::string_view text, std::string_view key, std::string_view value) {
+    line.key_begin = static_cast<size_t>(key.data() - text.data());
+    line.key_size = key.size();
+    line.value_begin = static_cast<size_t>(value.data() - text.data());
+    line.value_size = value.size();
 }
 
 std::uint32_t& IniDocument::SlotFor(Section& section, std::string_view key) const {
@@ -259,26 +249,24 @@ std::uint32_t& IniDocument::SlotFor(Section& section, std::string_view key) cons
         }
         section.index = std::move(grown);
     }
+    return section.index[Probe(section, key)];
+}
+
+size_t IniDocument::Probe(const Section& section, std::string_view key) const {
     const size_t mask = section.index.size() - 1;
     size_t at = KeyHash(key) & mask;
     while (section.index[at] != 0 && !SameKey(KeyOf(section.lines[section.index[at] - 1]), key)) {
         at = (at + 1) & mask;
     }
-    return section.index[at];
+    return at;
 }
 
 const IniDocument::Line* IniDocument::FindLine(const Section& section, std::string_view key) const {
     if (section.index.empty() || key.empty()) {
         return nullptr;
     }
-    const size_t mask = section.index.size() - 1;
-    for (size_t at = KeyHash(key) & mask; section.index[at] != 0; at = (at + 1) & mask) {
-        const Line& line = section.lines[section.index[at] - 1];
-        if (SameKey(KeyOf(line), key)) {
-            return &line;
-        }
-    }
-    return nullptr;
+    const std::uint32_t number = section.index[Probe(section, key)];
+    return number == 0 ? nullptr : &section.lines[number - 1];
 }
 
 const IniDocument::Section* IniDocument::FindSection(std::string_view name) const {
@@ -363,7 +351,9 @@ void IniDocument::Write(std::string_view section, std::string_view key, std::str
     line.is_written = true;
     line.written = std::string(key) + "=";
     AppendIniValue(line.written, value);
-    FindKeyAndValue(line, line.written);
+    if (const ParsedLine parsed = ParseLine(line.written); parsed.kind == LineKind::Key && !parsed.name.empty()) {
+        PlaceKeyAndValue(line, line.written, parsed.name, parsed.value);
+    }
     line.counts = line.key_size != 0;
     std::uint32_t* slot = line.counts ? &SlotFor(target, KeyOf(line)) : nullptr;
     if (slot != nullptr && *slot != 0) {

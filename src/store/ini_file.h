@@ -103,11 +103,13 @@ private:
     std::string_view ValueOf(const Line& line) const { return TextOf(line).substr(line.value_begin, line.value_size); }
     const Section* FindSection(std::string_view name) const;
     Section& SectionForWrite(std::string_view name);
-    // Sets where the key and value stand when text is a key line with a key.
-    static void FindKeyAndValue(Line& line, std::string_view text);
+    // Notes where key and value, views into the line's text, stand in it.
+    static void PlaceKeyAndValue(Line& line, std::string_view text, std::string_view key, std::string_view value);
     // The slot of key in the section's table: the one holding its line, or the free one where
     // it goes. May grow the table, so it is good until the next call.
     std::uint32_t& SlotFor(Section& section, std::string_view key) const;
+    // Where the probe for key ends in a table that is not empty: at its slot, or at a free one.
+    size_t Probe(const Section& section, std::string_view key) const;
     const Line* FindLine(const Section& section, std::string_view key) const;
 
     std::shared_ptr<const std::string> read_;  // the text as read; shared by copies of the document

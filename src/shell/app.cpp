@@ -461,8 +461,12 @@ void App::LaunchAlarms() {
 
 void App::RefreshRepetitionMenu() {
     SortRepetitions(state_.settings.Repetitions);
+    view_.RepetitionMenuChanged();
+}
+
+std::span<const std::string> App::RepetitionMenuEntries() const {
     const EntryList& repetitions = state_.settings.Repetitions;
-    view_.ShowRepetitionMenu(std::span<const std::string>(repetitions.begin(), repetitions.end()));
+    return {repetitions.begin(), repetitions.end()};
 }
 
 void App::CheckDueRepetitions() {

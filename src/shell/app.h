@@ -1,5 +1,6 @@
 #pragma once
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -85,6 +86,8 @@ public:
     void NewAlarm(std::string_view preset_date);       // "Alarmas" → "Nueva", "Añadir Alarma"
     void NewRepetition(std::string_view preset_date);  // "Repeticiones" → "Nueva", "Añadir Repetición"
     void OpenRepetition(int index);                    // one of the listed reminders
+    // What the repetitions menu lists, sorted when the reminders last changed.
+    std::span<const std::string> RepetitionMenuEntries() const;
     void ShowAllAlarms();                              // "Alarmas" → "Mostrar todas"
     void ExportIcs();                                  // "Alarmas" → "Exportar a iCalendar…"
     void ImportIcs();                                  // "Alarmas" → "Importar de iCalendar…"

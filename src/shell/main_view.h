@@ -1,7 +1,6 @@
 #pragma once
 #include <array>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -45,9 +44,10 @@ public:
     // changed only when the user accepts. Returns whether the user accepted.
     virtual bool EditSchedule(std::array<std::string, 8>& day_hours, std::array<std::string, 8>& day_modes) = 0;
 
-    // The repetitions menu: one item per reminder with the whole entry as its caption, and
-    // "(ninguna)" only when there is none.
-    virtual void ShowRepetitionMenu(std::span<const std::string> entries) = 0;
+    // The reminders have changed. From its next opening the repetitions menu lists
+    // App::RepetitionMenuEntries(): one item per reminder with the whole entry as its caption,
+    // and "(ninguna)" only when there is none.
+    virtual void RepetitionMenuChanged() = 0;
 
     // Whether a modal dialog or message box of the program is open right now. A reminder that
     // falls due then waits: two dialogs must never stack up.

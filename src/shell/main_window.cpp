@@ -1,6 +1,7 @@
 #include "shell/main_window.h"
 
 #include <algorithm>
+#include <span>
 
 #include <QAction>
 #include <QApplication>
@@ -254,16 +255,15 @@ bool FrmReloj::EditSchedule(std::array<std::string, 8>& day_hours, std::array<st
     return FrmConfig::edit(this, m_dialogs, day_hours, day_modes);
 }
 
-void FrmReloj::ShowRepetitionMenu(std::span<const std::string> entries) {
-    // Only noted here: the items are made when the menu is about to open. A full agenda would
-    // otherwise make 998 items at every start and after every change, for a menu that is
-    // opened now and then.
-    m_repetitionEntries.assign(entries.begin(), entries.end());
+void FrmReloj::RepetitionMenuChanged() {
+    // Only noted here: the items are made, from App's own list, when the menu is about to
+    // open. A full agenda would otherwise make 998 items at every start and after every
+    // change, for a menu that is opened now and then, or keep a second copy of its reminders.
     m_repetitionMenuStale = true;
 }
 
 void FrmReloj::rebuildRepetitionItems() {
-    if (!m_repetitionMenuStale) {
+    if (!m_repetitionMenuStale || m_app == nullptr) {
         return;
     }
     m_repetitionMenuStale = false;
@@ -271,11 +271,11 @@ void FrmReloj::rebuildRepetitionItems() {
     while (m_mnuRepeticionDato.size() > 1) {
         delete m_mnuRepeticionDato.takeLast();
     }
-    for (size_t i = 0; i < m_repetitionEntries.size(); ++i) {
+    const std::span<const std::string> entries = m_app->RepetitionMenuEntries();
+    for (size_t i = 0; i < entries.size(); ++i) {
         // A menu reads "&" as the mark of a shortcut letter; doubled it shows as itself, so
         // the caption is the entry exactly as stored.
-        const QString caption =
-            QString::fromStdString(m_repetitionEntries[i]).replace(QLatin1Char('&'), QStringLiteral("&&"));
+        const QString caption = QString::fromStdString(entries[i]).replace(QLatin1Char('&'), QStringLiteral("&&"));
         auto* item = new QAction(caption, m_mnuRepeticion);
         const int index = static_cast<int>(i) + 1;
         item->setObjectName(QStringLiteral("mnuRepeticionDato(%1)").arg(index));
@@ -287,7 +287,7 @@ void FrmReloj::rebuildRepetitionItems() {
         m_mnuRepeticion->addAction(item);
         m_mnuRepeticionDato.append(item);
     }
-    m_mnuRepeticionNinguna->setVisible(m_repetitionEntries.empty());
+    m_mnuRepeticionNinguna->setVisible(entries.empty());
 }
 
 bool FrmReloj::ModalOpen() const {

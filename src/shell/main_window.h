@@ -51,7 +51,7 @@ public:
     std::string ClockInText(int index) const override;
     void ShowDeparture(const std::string& label, const std::string& status) override;
     bool EditSchedule(std::array<std::string, 8>& day_hours, std::array<std::string, 8>& day_modes) override;
-    void ShowRepetitionMenu(std::span<const std::string> entries) override;
+    void RepetitionMenuChanged() override;
     bool ModalOpen() const override;
     std::optional<int> AskRepeatLater(const RepeatPrompt& prompt) override;
     EditorAction EditAlarm(AlarmForm& form) override;
@@ -159,9 +159,7 @@ private:
     QMenu* m_mnuRepeticion = nullptr;
     QAction* m_mnuRepeticionNinguna = nullptr;
     QList<QAction*> m_mnuRepeticionDato;
-    // The reminders the menu must list the next time it opens, and whether its items are
-    // older than that.
-    std::vector<std::string> m_repetitionEntries;
+    // Whether the reminders changed since the menu's items were made.
     bool m_repetitionMenuStale = false;
     bool m_inTick = false;
     // Set while App handles a left box; a message box it shows then takes the focus from the

@@ -168,7 +168,8 @@ private slots:
         QVERIFY(!m_window->repetitionItems().front()->isVisible());
         const QPointer<QAction> old = m_window->repetitionItems().at(1);
 
-        m_window->ShowRepetitionMenu({});
+        m_rig->app.State().settings.Repetitions.Clear();
+        m_window->RepetitionMenuChanged();
 
         QVERIFY(repetitionItems().isEmpty());
         QVERIFY(old.isNull());

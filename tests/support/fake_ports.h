@@ -46,9 +46,7 @@ public:
         return edit_schedule ? edit_schedule(day_hours, day_modes) : false;
     }
 
-    void ShowRepetitionMenu(std::span<const std::string> entries) override {
-        repetition_menu.assign(entries.begin(), entries.end());
-    }
+    void RepetitionMenuChanged() override { ++repetition_menu_changes; }
     bool ModalOpen() const override { return false; }
     // Esc and Enter both mean "5 Minutos".
     std::optional<int> AskRepeatLater(const RepeatPrompt& /*prompt*/) override { return 0; }
@@ -89,7 +87,7 @@ public:
     std::optional<bool> afternoon_locked;
     std::string departure_label;
     std::function<bool(std::array<std::string, 8>&, std::array<std::string, 8>&)> edit_schedule;
-    std::vector<std::string> repetition_menu;
+    int repetition_menu_changes = 0;
     // The editors: what they were opened with, and what the user does in them.
     std::vector<AlarmForm> alarm_forms;
     std::vector<RepetitionForm> repetition_forms;

@@ -86,13 +86,13 @@ public:
     void NewAlarm(std::string_view preset_date);       // "Alarmas" → "Nueva", "Añadir Alarma"
     void NewRepetition(std::string_view preset_date);  // "Repeticiones" → "Nueva", "Añadir Repetición"
     void OpenRepetition(int index);                    // one of the listed reminders
-    // What the repetitions menu lists, sorted when the reminders last changed.
-    std::span<const std::string> RepetitionMenuEntries() const;
     void ShowAllAlarms();                              // "Alarmas" → "Mostrar todas"
     void ExportIcs();                                  // "Alarmas" → "Exportar a iCalendar…"
     void ImportIcs();                                  // "Alarmas" → "Importar de iCalendar…"
     // A calendar day's entry: kind "ALA" or "REP" and its number in its list.
     void OpenDayEntry(std::string_view kind, int index);
+    // What the repetitions menu lists, sorted when the reminders last changed.
+    std::span<const std::string> RepetitionMenuEntries() const;
 
     // The month calendar's buttons: navigation (0 "<<", 1 "-", 2 "+", 3 ">>", 4 today), the
     // mouse over a day, a click on a day.

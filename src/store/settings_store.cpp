@@ -334,9 +334,6 @@ bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, D
     BusyScope scope(busy);
     const std::string file = paths.SettingsFile();
     const std::string bytes = Utf8ToCp1252(SettingsFileText(settings));
-    if (read_back != nullptr) {
-        read_back->ParseAhead(file, bytes);
-    }
     const auto refuse = [&] {
         // Told when the saves start failing; the retries after it stay quiet until one gets through.
         if (!status.SavePending) {
@@ -375,7 +372,15 @@ bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, D
     };
     // The rename inside replaces the old file even when it is read-only, as the forced delete
     // of the old file did.
-    const std::error_code write_error = WriteFileAtomically(file, bytes, std::nullopt, backup_done);
+    // The reading back's parse starts once the bytes are written: started sooner, it would take
+    // processor time from the writing rather than from the wait for the disk.
+    const auto parse_while_flushing = [&] {
+        if (read_back != nullptr) {
+            read_back->ParseAhead(file, bytes);
+        }
+    };
+    const std::error_code write_error = WriteFileAtomically(
+        file, bytes, std::nullopt, {.before_flush = parse_while_flushing, .before_rename = backup_done});
     backup_done();
     if (backup_error && !status.BackupFailureTold) {
         status.BackupFailureTold = true;

@@ -130,14 +130,14 @@ std::string TemporaryPathFor(const std::string& path) {
 }
 
 std::error_code WriteFileAtomically(const std::string& path, std::string_view bytes, std::optional<FileTime> modified,
-                                    const std::function<void()>& before_rename) {
+                                    const AtomicWriteSteps& steps) {
     const std::string temporary = TemporaryPathFor(path);
     // O_NOFOLLOW: a link planted at the temporary's name must not redirect the write elsewhere.
     Descriptor fd(OpenRetrying(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666));
     if (fd.get() < 0) {
         const std::error_code error = LastError();
-        if (before_rename) {
-            before_rename();
+        if (steps.before_rename) {
+            steps.before_rename();
         }
         return error;
     }
@@ -150,14 +150,17 @@ std::error_code WriteFileAtomically(const std::string& path, std::string_view by
     }
     // Without the flush, a power cut soon after the rename can leave the new name pointing at
     // an empty file on some filesystems: the rename reaches the disk before the data.
+    if (!error && steps.before_flush) {
+        steps.before_flush();
+    }
     if (!error && ::fsync(fd.get()) != 0) {
         error = LastError();
     }
     if (const std::error_code closed = fd.Close(); !error && closed) {
         error = closed;
     }
-    if (before_rename) {
-        before_rename();
+    if (steps.before_rename) {
+        steps.before_rename();
     }
     if (!error && ::rename(temporary.c_str(), path.c_str()) != 0) {
         error = LastError();

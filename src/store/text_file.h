@@ -40,11 +40,17 @@ std::string TemporaryPathFor(const std::string& path);
 // path, so path holds either the old or the whole new content, never a mix. On any failure the
 // temporary is removed and the error returned; path is then untouched. The rename also replaces
 // a read-only file, as the program's "forced delete" of the old file always did.
-// before_rename, when given, runs once the new content is on disk and before it takes the name
-// (also when the write failed): a step that must be finished before path changes.
+struct AtomicWriteSteps {
+    // Runs once the bytes are written, just before the wait for the disk: work started here
+    // overlaps that wait rather than the writing.
+    std::function<void()> before_flush;
+    // Runs once the new content is on disk and before it takes the name (also when the write
+    // failed): a step that must be finished before path changes.
+    std::function<void()> before_rename;
+};
 std::error_code WriteFileAtomically(const std::string& path, std::string_view bytes,
                                     std::optional<FileTime> modified = std::nullopt,
-                                    const std::function<void()>& before_rename = {});
+                                    const AtomicWriteSteps& steps = {});
 
 // Appends bytes with a single write() on an O_APPEND descriptor (the file is created when
 // missing), so a process killed at any moment leaves either the whole line or none of it.

@@ -370,8 +370,6 @@ bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, D
             backup.join();
         }
     };
-    // The rename inside replaces the old file even when it is read-only, as the forced delete
-    // of the old file did.
     // The reading back's parse starts once the bytes are written: started sooner, it would take
     // processor time from the writing rather than from the wait for the disk.
     const auto parse_while_flushing = [&] {
@@ -379,6 +377,8 @@ bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, D
             read_back->ParseAhead(file, bytes);
         }
     };
+    // The rename inside replaces the old file even when it is read-only, as the forced delete
+    // of the old file did.
     const std::error_code write_error = WriteFileAtomically(
         file, bytes, std::nullopt, {.before_flush = parse_while_flushing, .before_rename = backup_done});
     backup_done();

@@ -148,11 +148,11 @@ std::error_code WriteFileAtomically(const std::string& path, std::string_view by
             error = LastError();
         }
     }
-    // Without the flush, a power cut soon after the rename can leave the new name pointing at
-    // an empty file on some filesystems: the rename reaches the disk before the data.
     if (!error && steps.before_flush) {
         steps.before_flush();
     }
+    // Without the flush, a power cut soon after the rename can leave the new name pointing at
+    // an empty file on some filesystems: the rename reaches the disk before the data.
     if (!error && ::fsync(fd.get()) != 0) {
         error = LastError();
     }

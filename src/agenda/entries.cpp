@@ -223,7 +223,12 @@ std::optional<DateTime> RepetitionMoment(std::string_view entry) {
     return ReadMoment(entry);
 }
 
-void StableSortByKeys(EntryList& entries, const std::vector<std::optional<long long>>& keys) {
+void StableSortByKey(EntryList& entries, std::optional<long long> (*key_of)(std::string_view entry)) {
+    std::vector<std::optional<long long>> keys;
+    keys.reserve(static_cast<std::size_t>(entries.Count()));
+    for (const auto& entry : entries) {
+        keys.push_back(key_of(entry));
+    }
     const auto before = [&](std::size_t a, std::size_t b) { return keys[a] && (!keys[b] || *keys[a] < *keys[b]); };
     std::vector<std::size_t> order(keys.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
@@ -241,14 +246,10 @@ void StableSortByKeys(EntryList& entries, const std::vector<std::optional<long l
 }
 
 void SortAlarms(EntryList& alarms) {
-    std::vector<std::optional<long long>> keys;
-    keys.reserve(static_cast<std::size_t>(alarms.Count()));
-    for (const auto& entry : alarms) {
+    StableSortByKey(alarms, [](std::string_view entry) -> std::optional<long long> {
         const auto date = AlarmDate(entry);
-        keys.push_back(date ? std::optional<long long>(std::chrono::sys_days{*date}.time_since_epoch().count())
-                            : std::nullopt);
-    }
-    StableSortByKeys(alarms, keys);
+        return date ? std::optional<long long>(std::chrono::sys_days{*date}.time_since_epoch().count()) : std::nullopt;
+    });
 }
 
 std::vector<std::string> UnreadableEntryKeys(const Settings& settings) {

@@ -82,9 +82,9 @@ std::optional<DateTime> RepetitionMoment(std::string_view entry);
 // not read go after all the others, in their own order, since they have no date to be placed by.
 void SortAlarms(EntryList& alarms);
 
-// Puts entries in the order of their keys (one per entry, in list order), stably; entries
-// without a key go last, in their own order.
-void StableSortByKeys(EntryList& entries, const std::vector<std::optional<long long>>& keys);
+// Puts entries in the order of the key key_of gives each, stably; entries without a key go
+// last, in their own order.
+void StableSortByKey(EntryList& entries, std::optional<long long> (*key_of)(std::string_view entry));
 
 // The keys ("REP_012", "ALA_003") of the entries that do not read, numbered as the next save
 // will number them, repetitions first as in the file. Empty when all read.

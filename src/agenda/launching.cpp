@@ -90,13 +90,10 @@ int AdvanceAlarmDates(EntryList& alarms, EntryList& repetitions, Date today, Dia
 }
 
 void SortRepetitions(EntryList& repetitions) {
-    std::vector<std::optional<long long>> keys;
-    keys.reserve(static_cast<std::size_t>(repetitions.Count()));
-    for (const auto& entry : repetitions) {
+    StableSortByKey(repetitions, [](std::string_view entry) -> std::optional<long long> {
         const auto moment = RepetitionMoment(entry);
-        keys.push_back(moment ? std::optional<long long>(moment->time_since_epoch().count()) : std::nullopt);
-    }
-    StableSortByKeys(repetitions, keys);
+        return moment ? std::optional<long long>(moment->time_since_epoch().count()) : std::nullopt;
+    });
 }
 
 int FindDueRepetition(const EntryList& repetitions, DateTime now, int start) {

@@ -365,6 +365,7 @@ bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, D
             }
         });
     }
+    // Run by the write on every path, failed or not, so the copy is always finished after it.
     const auto backup_done = [&] {
         if (backup.joinable()) {
             backup.join();
@@ -381,7 +382,6 @@ bool SaveSettings(const AppPaths& paths, const Settings& settings, Busy& busy, D
     // of the old file did.
     const std::error_code write_error = WriteFileAtomically(
         file, bytes, std::nullopt, {.before_flush = parse_while_flushing, .before_rename = backup_done});
-    backup_done();
     if (backup_error && !status.BackupFailureTold) {
         status.BackupFailureTold = true;
         dialogs.Warn("No se pueden hacer copias de seguridad en " + paths.BackupFolder() + " (" +

@@ -8,6 +8,7 @@
 #include "extras/autostart.h"
 #include "platform/glib_recent_files.h"
 #include "platform/posix_instance_lock.h"
+#include "platform/qt_deferred_icon_style.h"
 #include "platform/qt_dialogs.h"
 #include "platform/qt_locale_info.h"
 #include "platform/qt_shell_open.h"
@@ -27,14 +28,16 @@ namespace {
 // 650 folders delays the first message box (the start-up report) by several milliseconds. The
 // style's built-in icons, which are shown in the end anyway, come at once when the search is
 // off. A desktop's own theme (Adwaita, Breeze...) is left alone.
-void SkipIconSearchWithoutDesktopTheme() {
+// Says whether it did, that is whether the style's built-in icons are the ones shown.
+bool SkipIconSearchWithoutDesktopTheme() {
     if (QIcon::themeName() != QLatin1String("hicolor")) {
-        return;
+        return false;
     }
     QIcon::setThemeSearchPaths({});
     QIcon::setFallbackSearchPaths({});
     QIcon::setThemeName(QStringLiteral("none"));
     QIcon::setFallbackThemeName(QStringLiteral("none"));
+    return true;
 }
 
 }  // namespace
@@ -45,7 +48,9 @@ int main(int argc, char** argv) {
     // from everything else, about 0.2 MiB more resident for as long as the program runs.
     mallopt(M_ARENA_MAX, 1);
     QApplication application(argc, argv);
-    SkipIconSearchWithoutDesktopTheme();
+    if (SkipIconSearchWithoutDesktopTheme()) {
+        QApplication::setStyle(new vt::DeferredIconStyle);
+    }
     // The window is closed on purpose, through its closing path; a last dialog being closed
     // (or the window hidden in the tray) must not end the program behind App's back.
     QApplication::setQuitOnLastWindowClosed(false);

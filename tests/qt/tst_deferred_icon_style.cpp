@@ -34,7 +34,15 @@ private slots:
         QTest::newRow("cancel") << int(QStyle::SP_DialogCancelButton);
         QTest::newRow("yes") << int(QStyle::SP_DialogYesButton);
         QTest::newRow("no") << int(QStyle::SP_DialogNoButton);
+        QTest::newRow("help") << int(QStyle::SP_DialogHelpButton);
+        QTest::newRow("open") << int(QStyle::SP_DialogOpenButton);
+        QTest::newRow("save") << int(QStyle::SP_DialogSaveButton);
+        QTest::newRow("close") << int(QStyle::SP_DialogCloseButton);
+        QTest::newRow("apply") << int(QStyle::SP_DialogApplyButton);
+        QTest::newRow("reset") << int(QStyle::SP_DialogResetButton);
+        QTest::newRow("discard") << int(QStyle::SP_DialogDiscardButton);
         QTest::newRow("menu bar overflow") << int(QStyle::SP_ToolBarHorizontalExtensionButton);
+        QTest::newRow("tool bar overflow") << int(QStyle::SP_ToolBarVerticalExtensionButton);
     }
     void iconsReadTheSameEveryWay() {
         QFETCH(int, which);

@@ -49,16 +49,15 @@ public:
     QString iconName() override { return Icon().name(); }
     // Asked by every button as it works out its size; the style's own pictures are never empty.
     bool isNull() override { return false; }
-    QString key() const override { return QStringLiteral("DeferredIconEngine"); }
     QIconEngine* clone() const override { return new DeferredIconEngine(*this); }
 
 private:
     const QIcon& Icon() {
-        if (!loaded_) {
+        // Decoded once: the style's own pictures are never empty.
+        if (icon_.isNull()) {
             // Should the application's style have been replaced since, the new one draws it.
             const QStyle* style = style_ != nullptr ? style_.data() : QApplication::style();
             icon_ = style->standardIcon(which_);
-            loaded_ = true;
         }
         return icon_;
     }
@@ -66,7 +65,6 @@ private:
     QPointer<const QStyle> style_;
     QStyle::StandardPixmap which_;
     QIcon icon_;
-    bool loaded_ = false;
 };
 
 bool IsDeferred(QStyle::StandardPixmap which) {

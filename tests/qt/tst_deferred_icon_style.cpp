@@ -37,7 +37,7 @@ private slots:
         QTest::addColumn<int>("which");
         const QMetaEnum pixmaps = QMetaEnum::fromType<QStyle::StandardPixmap>();
         for (int i = 0; i < pixmaps.keyCount(); ++i) {
-            if (pixmaps.value(i) < QStyle::SP_CustomBase) {
+            if (static_cast<QStyle::StandardPixmap>(pixmaps.value(i)) != QStyle::SP_CustomBase) {
                 QTest::newRow(pixmaps.key(i)) << pixmaps.value(i);
             }
         }
